@@ -1,0 +1,39 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+#include <functional>
+
+/// Prints one line for each budget and remembers whether one was missed. Times say nothing from one machine to the
+/// next, so a budget is a ratio of two pieces of work measured in the same run, or a count.
+class Budgets
+{
+public:
+    using Work = std::function<void()>;
+
+    /// `work` takes at most `limit` times as long as `yardstick`. The shortest of `runs` each are compared.
+    void atMost(double limit, const char *name, const Work &work, const Work &yardstick, int runs = 9);
+    /// `work` is at least `limit` times as fast as `yardstick`.
+    void timesFaster(double limit, const char *name, const Work &work, const Work &yardstick, int runs = 9);
+    /// For work that cannot be repeated as it stands: both durations in milliseconds, measured by the caller.
+    void atMost(double limit, const char *name, double workMs, double yardstickMs);
+    /// `count`, such as bytes for each event, is at most `limit`.
+    void countAtMost(double limit, const char *name, double count);
+
+    /// Milliseconds of processor time that one call takes, all threads together: on a busy machine the wall clock also
+    /// counts the others.
+    static double milliseconds(const Work &work);
+
+    /// Whether every line so far kept within its limit.
+    bool allKept() const { return m_allKept; }
+
+private:
+    void print(const char *name, double workMs, double yardstickMs, const char *rule, double ratio, double limit,
+               bool isKept);
+
+    bool m_allKept = true;
+};
+
+// The areas.
+void mapBudgets(Budgets &budgets);
+void parserBudgets(Budgets &budgets);
+void statsBudgets(Budgets &budgets);
+void storeBudgets(Budgets &budgets);

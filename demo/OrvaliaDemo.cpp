@@ -1,0 +1,41 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "Demonstration.h"
+#include "Platform/Text/DateFormatter.h"
+#include "Tour.h"
+
+#include <QGuiApplication>
+
+#include <cstdio>
+
+namespace {
+constexpr char usage[] = "usage: orvalia-demo [--swarm]\n"
+                         "       orvalia-demo --tour FOLDER [PICTURE]\n";
+
+int tour(const QStringList &arguments)
+{
+    // The pictures are those of a user on the islands, whoever takes them.
+    qputenv("LC_ALL", "es_ES.UTF-8");
+    qputenv("TZ", "Atlantic/Canary");
+    reloadUserLocale();
+    QGuiApplication::setQuitOnLastWindowClosed(false);
+    return Tour(arguments[2], arguments.value(3)).run();
+}
+}
+
+int main(int argc, char *argv[])
+{
+    QGuiApplication application(argc, argv);
+    // The desktop knows the demonstration as the program itself.
+    QGuiApplication::setApplicationName(QStringLiteral("orvalia"));
+    QGuiApplication::setApplicationVersion(QStringLiteral(ORVALIA_VERSION));
+    QGuiApplication::setDesktopFileName(QStringLiteral("orvalia"));
+    const QStringList arguments = QGuiApplication::arguments();
+    if (arguments.value(1) == QStringLiteral("--tour") && (argc == 3 || argc == 4))
+        return tour(arguments);
+    if (argc == 1)
+        return demonstrate(DemoCatalogue::Pace::quiet);
+    if (argc == 2 && arguments[1] == QStringLiteral("--swarm"))
+        return demonstrate(DemoCatalogue::Pace::swarm);
+    std::fputs(usage, stderr);
+    return 2;
+}

@@ -1,0 +1,184 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "Scenes.h"
+
+#include "PageGenerator.h"
+#include "Steps.h"
+
+namespace {
+using namespace std::chrono_literals;
+using namespace Steps;
+
+/// The moment of every scene: a Friday morning with a swarm under way.
+constexpr Instant now{std::chrono::sys_days{std::chrono::year{2025} / 3 / 14} + 10h + 25min};
+
+/// Ordinary events and a swarm, all of the last ten days.
+QByteArray tenDays()
+{
+    PageGenerator generator(7);
+    return PageGenerator::page(generator.swarm(45, now, 120h) + generator.ordinary(105, now));
+}
+
+/// Place names as nobody should write them: markup, escapes of a terminal, marks that turn the writing round, and a
+/// name as long as a page.
+QByteArray hostilePage()
+{
+    QList<ParsedEarthquake> events = PageGenerator(8).ordinary(12, now);
+    const QStringList names = {
+        QStringLiteral("&lt;b&gt;EL PASO&lt;/b&gt; &lt;img src=\"https://example.org/a.png\"&gt;"),
+        QStringLiteral("\u202ESAMALL SOL ED ODOCI\u202C"),
+        QStringLiteral("EL\u0007 PASO\u001B[31m\tRED\u2028NEXT LINE"),
+        QStringLiteral("EL PASO ").repeated(500),
+        QStringLiteral("%1 %n %@ {0} \\n"),
+    };
+    for (qsizetype i = 0; i < names.size(); ++i)
+        events[i].location = names[i];
+    return PageGenerator::page(events);
+}
+
+/// Ordinary events moved back in time, and all to one place where `isOneZone`.
+QByteArray oldEvents(std::chrono::days age, bool isOneZone)
+{
+    QList<ParsedEarthquake> events = PageGenerator(9).ordinary(40, now - age);
+    for (ParsedEarthquake &event : events) {
+        event.latitude = isOneZone ? 28.05 : event.latitude;
+        event.longitude = isOneZone ? -16.45 : event.longitude;
+    }
+    return PageGenerator::page(events);
+}
+
+/// One event in the middle of the sea, of which nobody felt anything.
+QByteArray seaEvent()
+{
+    ParsedEarthquake event = PageGenerator(9).ordinaryEvent(now - 1h);
+    event.latitude = 28.75;
+    event.longitude = -15.1;
+    event.maxIntensity.reset();
+    event.location = QStringLiteral("ATLÁNTICO-CANARIAS");
+    return PageGenerator::page({event});
+}
+
+void open(Stage &stage)
+{
+    stage.world.clock.setNow(now);
+    stage.open();
+}
+
+/// Opens the program on a full store, its first refresh done.
+void openFull(Stage &stage)
+{
+    stage.world.urlSession.enqueue(tenDays());
+    open(stage);
+}
+
+/// The sidebar, which a narrow window folds away.
+void showSidebar(Stage &stage)
+{
+    if (!stage.shows(QStringLiteral("Información")))
+        stage.press(QStringLiteral("Mostrar/Ocultar barra lateral"));
+}
+
+/// Another section, by the shortcut of its place in the menu.
+Scene::Step section(Qt::Key number)
+{
+    return key(number, Qt::ControlModifier);
+}
+
+/// The program's own question.
+Scene::Step ask(Permissions::Subject subject)
+{
+    return [subject](Stage &stage) { stage.world.permissions.request(subject); };
+}
+
+void alertsOn(Stage &stage)
+{
+    stage.world.userDefaults.values.insert(QStringLiteral("settings.hasAskedNotifPermission"), true);
+    stage.world.userDefaults.values.insert(QStringLiteral("notificationsEnabled"), true);
+}
+
+/// Every alert, with the threshold in the middle.
+void allOn(Stage &stage)
+{
+    alertsOn(stage);
+    stage.world.userDefaults.values.insert(QStringLiteral("settings.globalMagCategory"), QStringLiteral("moderate"));
+    stage.world.userDefaults.values.insert(QStringLiteral("settings.locationEnabled"), true);
+    stage.world.userDefaults.values.insert(QStringLiteral("settings.swarmEnabled"), true);
+}
+
+/// The user has taken the permission for notifications back.
+void refused(Stage &stage)
+{
+    stage.world.userNotificationCenter.status = NotificationAuthorizationStatus::denied;
+    stage.world.permissions.answers.insert(Permissions::Subject::notifications, Permissions::Answer::denied);
+}
+
+void positionRefused(Stage &stage)
+{
+    stage.world.initialLocationStatus = LocationAuthorizationStatus::denied;
+}
+
+void desktopHasSettings(Stage &stage)
+{
+    stage.world.workspace.notificationSettings = true;
+}
+
+void openSettings(Stage &stage)
+{
+    stage.key(Qt::Key_Comma, Qt::ControlModifier);
+    stage.useWindow(QStringLiteral("Ajustes"));
+}
+
+const Scene::Step search = press("Buscar por localización");
+}
+
+const std::vector<Scene> &scenes()
+{
+    static const std::vector<Scene> all = {
+        {"list", {openFull, search, keys(6, Qt::Key_Down), answer(tenDays()), press("refreshButton"), pass(21s)}},
+        {"list-filter", {openFull, press("filterButton"), press("Minor"), hover("Last 24h")}},
+        {"list-search", {openFull, search, type("guia"), pass(300ms)}},
+        {"list-noresults", {openFull, search, type("teneguia"), pass(300ms)}},
+        {"list-empty", {open}},
+        {"list-loading", {noAnswerYet(), open}},
+        {"list-hostile", {answer(hostilePage()), open}},
+        {"sidebar", {openFull, showSidebar}},
+        {"nothing-selected", {openFull, showSidebar, press("Sismos", Qt::ControlModifier)}},
+        {"menu", {openFull, key(Qt::Key_F10)}},
+        {"menu-sections", {openFull, key(Qt::Key_F10), hover("Navegar")}},
+        {"about", {openFull, key(Qt::Key_F10), press("Acerca de Terremotos")}},
+        {"detail", {openFull, press("row 0"), waitFor("detailMap")}},
+        {"detail-at-sea", {answer(seaEvent()), open, press("row 0"), waitFor("detailMap")}},
+        {"history", {openFull, section(Qt::Key_2), waitFor("history")}},
+        {"history-end", {openFull, section(Qt::Key_2), waitFor("history"), scroll("history", 40)}},
+        {"history-empty", {open, section(Qt::Key_2), waitFor("Sin resultados*")}},
+        {"map", {openFull, section(Qt::Key_3), waitFor("map")}},
+        {"map-zoomed", {openFull, section(Qt::Key_3), waitFor("map"), keys(3, Qt::Key_Plus)}},
+        {"map-selected",
+         {openFull, section(Qt::Key_3), waitFor("map"), press("map"), key(Qt::Key_Right, Qt::AltModifier),
+          key(Qt::Key_Return), waitFor("Ver detalle")}},
+        {"map-filter", {openFull, section(Qt::Key_3), waitFor("map"), press("filterButton"), press("Major")}},
+        {"map-empty", {open, section(Qt::Key_3), waitFor("map")}},
+        {"info-scrolled", {openFull, key(Qt::Key_I, Qt::ControlModifier), scroll("Leve*", 30)}},
+        {"stats", {openFull, section(Qt::Key_4), waitFor("Actividad Reciente")}},
+        {"stats-scrolled", {openFull, section(Qt::Key_4), scroll("Actividad Reciente", 30)}},
+        {"stats-old",
+         {answer(oldEvents(std::chrono::days(40), false)), open, section(Qt::Key_4), waitFor("Sin datos")}},
+        {"stats-one-zone",
+         {answer(oldEvents(std::chrono::days(0), true)), open, section(Qt::Key_4), scroll("Actividad Reciente", 30)}},
+        {"stats-empty", {open, section(Qt::Key_4), waitFor("Sin datos*")}},
+        {"info", {openFull, key(Qt::Key_I, Qt::ControlModifier), waitFor("Mantén la calma*")}},
+        {"permission-notifications", {openFull, ask(Permissions::Subject::notifications), waitFor("Permitir")}},
+        {"permission-location",
+         {alertsOn, openFull, openSettings, press("By proximity"), ask(Permissions::Subject::location),
+          waitFor("Permitir")}},
+        {"permissions",
+         {refused, alertsOn, desktopHasSettings, openFull, openSettings, press("Open Settings"), inWindow("Permisos")}},
+        {"settings-off", {openFull, openSettings}},
+        {"settings-on", {refused, allOn, openFull, openSettings}},
+        {"settings-on-end", {allOn, openFull, openSettings, scroll("By magnitude", 20)}},
+        {"settings-location-denied", {allOn, positionRefused, openFull, openSettings, scroll("By magnitude", 2)}},
+        {"settings-radius-of-none",
+         {allOn, saved("settings.locationRadiusKm", 37.5), openFull, openSettings, scroll("By magnitude", 2)}},
+        {"settings-picker", {openFull, openSettings, press("Frecuencia: 10 minutes")}},
+    };
+    return all;
+}

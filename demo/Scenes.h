@@ -1,0 +1,20 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+#include "Stage.h"
+
+#include <QString>
+
+#include <vector>
+
+/// One picture of the tour: a name for its file, and the steps that lead to what it shows. A scene begins with nothing
+/// stored, nothing saved and no page queued.
+struct Scene
+{
+    using Step = std::function<void(Stage &)>;
+
+    const char *name;
+    std::vector<Step> steps;
+};
+
+/// Every screen in every state, in the order in which the program shows them.
+const std::vector<Scene> &scenes();

@@ -1,0 +1,260 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "Platform/Map/MapLabels.h"
+
+#include <QPainter>
+#include <QPainterPath>
+
+#include <cmath>
+
+namespace {
+using Kind = MapPlace::Kind;
+
+constexpr double symbolGap = 7;
+constexpr double islandGap = 5;
+/// An island wider than this carries its name inside.
+constexpr double insideWidth = 260;
+
+QRectF around(const QPointF &center, const QSizeF &size)
+{
+    return {center - QPointF(size.width() / 2, size.height() / 2), size};
+}
+
+/// East, west, above, below, then the four corners.
+std::vector<QRectF> besidePoint(const QPointF &point, const QSizeF &text)
+{
+    const double x = symbolGap + text.width() / 2;
+    const double y = symbolGap - 2 + text.height() / 2;
+    const double cornerX = symbolGap / 2 + text.width() / 2;
+    std::vector<QRectF> result;
+    for (const QPointF &offset : {QPointF(x, 0), QPointF(-x, 0), QPointF(0, -y), QPointF(0, y), QPointF(cornerX, -y),
+                                  QPointF(-cornerX, -y), QPointF(cornerX, y), QPointF(-cornerX, y)})
+        result.push_back(around(point + offset, text));
+    return result;
+}
+
+/// Outside a rectangle, on its own side first.
+std::vector<QRectF> besideIsland(const QRectF &island, MapPlace::Side side, const QSizeF &text)
+{
+    const QRectF north = around({island.center().x(), island.top() - islandGap - text.height() / 2}, text);
+    const QRectF south = around({island.center().x(), island.bottom() + islandGap + text.height() / 2}, text);
+    const QRectF east = around({island.right() + islandGap + text.width() / 2, island.center().y()}, text);
+    const QRectF west = around({island.left() - islandGap - text.width() / 2, island.center().y()}, text);
+    switch (side) {
+    case MapPlace::Side::north:
+        return {north, south, east, west};
+    case MapPlace::Side::south:
+        return {south, north, west, east};
+    case MapPlace::Side::east:
+        return {east, west, north, south};
+    case MapPlace::Side::west:
+        return {west, east, north, south};
+    }
+    Q_UNREACHABLE();
+}
+}
+
+MapLabels::MapLabels(const MapSheet &sheet, const BaseMapStyle &style, const std::vector<SheetArea> &islands,
+                     const std::vector<SheetArea> &contextLand)
+    : m_sheet(sheet)
+    , m_style(style)
+    , m_islands(islands)
+    , m_contextLand(contextLand)
+    , m_space(sheet.size)
+{
+}
+
+void MapLabels::reserveGraticuleFigures(const MapCamera &window)
+{
+    const QRectF shown = m_sheet.toSheet(window.visibleWorld());
+    m_space.reserve({shown.left(), shown.bottom() - 18, shown.width(), 18});
+    const double step = graticuleStep(window.visibleWorld().width());
+    const CoordinateRegion region = window.region();
+    const double north = region.center.latitude + region.span.latitudeDelta;
+    for (double latitude = std::floor((region.center.latitude - region.span.latitudeDelta) / step) * step;
+         latitude < north; latitude += step) {
+        const double y = m_sheet.toSheet(WebMercator::toWorld(Coordinate{latitude, 0})).y();
+        m_space.reserve({shown.left(), y - 13, 46, 13});
+    }
+}
+
+void MapLabels::avoid(const MapAnnotations &annotations)
+{
+    m_markRadius = annotations.radius;
+    m_markLift = annotations.lift;
+    for (const QPointF &position : annotations.positions)
+        m_space.cover(m_sheet.toSheet(position) - QPointF(0, m_markLift), m_markRadius);
+}
+
+void MapLabels::place(const std::vector<MapPlace> &places)
+{
+    std::vector<const MapPlace *> shown;
+    for (const MapPlace &place : places) {
+        const QPointF center = m_sheet.toSheet(place.world);
+        if (!MapPlaceStyle::shows(place, m_sheet.scale)
+            || !m_sheet.frame().adjusted(-100, -100, 100, 100).contains(center))
+            continue;
+        shown.push_back(&place);
+        if (const double radius = MapPlaceStyle::symbolRadius(place.kind); radius > 0)
+            m_space.reserve(around(center, QSizeF(2 * radius, 2 * radius)));
+    }
+    for (const MapPlace *place : shown)
+        placeName(*place);
+}
+
+void MapLabels::placeTitles(const std::vector<MapAnnotations::Title> &titles)
+{
+    const MapTextSetting setting{10, QFont::Medium, false, 0, m_style.annotationText};
+    for (const MapAnnotations::Title &title : titles) {
+        const QPointF mark = m_sheet.toSheet(title.world);
+        if (title.text.isEmpty() || !m_sheet.rect().contains(mark))
+            continue;
+        const QSizeF size = setting.sizeOf({title.text});
+        const QRectF rect = around(mark + QPointF(0, m_markRadius - m_markLift + 3 + size.height() / 2), size);
+        if (!m_space.isFree(rect) || !m_space.isUncovered(rect))
+            continue;
+        m_space.reserve(rect);
+        m_labels.push_back({{title.text}, setting, rect});
+    }
+}
+
+void MapLabels::paint(QPainter &painter) const
+{
+    for (const Mark &mark : m_marks)
+        paintMark(painter, mark);
+    for (const Label &label : m_labels)
+        paintLabel(painter, label);
+}
+
+const SheetArea *MapLabels::islandOf(const MapPlace &place) const
+{
+    for (const SheetArea &island : m_islands)
+        if (!place.island.isEmpty() && island.area->name == place.island)
+            return &island;
+    return nullptr;
+}
+
+bool MapLabels::isNameInside(const MapPlace &place) const
+{
+    const SheetArea *island = islandOf(place);
+    return island && m_sheet.toSheet(island->area->bounds).width() > insideWidth;
+}
+
+std::vector<QRectF> MapLabels::candidates(const MapPlace &place, const QSizeF &text) const
+{
+    const QPointF center = m_sheet.toSheet(place.world);
+    if (place.kind == Kind::island || place.kind == Kind::islet) {
+        if (isNameInside(place))
+            return {around(center, text)};
+        const SheetArea *island = islandOf(place);
+        const QRectF bounds = island ? m_sheet.toSheet(island->area->bounds) : around(center, {8, 8});
+        return besideIsland(bounds, place.side, text);
+    }
+    if (place.kind == Kind::contextIsland)
+        return besideIsland(around(center, {16, 16}), MapPlace::Side::north, text);
+    if (MapPlaceStyle::symbolOf(place, m_sheet.scale) == MapSymbol::none && place.kind != Kind::cape)
+        return {around(center, text)};
+    return besidePoint(center, text);
+}
+
+bool MapLabels::crossesAnotherIsland(const QRectF &rect, const MapPlace &place) const
+{
+    for (const SheetArea &island : m_islands)
+        if (island.area->name != place.island && island.fill.intersects(rect))
+            return true;
+    return false;
+}
+
+bool MapLabels::isOnLand(const QPointF &point) const
+{
+    for (const auto *areas : {&m_islands, &m_contextLand})
+        for (const SheetArea &area : *areas)
+            if (area.fill.contains(point))
+                return true;
+    return false;
+}
+
+void MapLabels::placeName(const MapPlace &place)
+{
+    if (place.kind == Kind::municipality && m_shownNames.contains(place.name))
+        return;
+    const QPointF center = m_sheet.toSheet(place.world);
+    const MapSymbol symbol = MapPlaceStyle::symbolOf(place, m_sheet.scale);
+    const Mark mark{symbol, center, MapPlaceStyle::symbolColor(place, m_style)};
+    if (symbol == MapSymbol::capitalDot) {
+        m_marks.push_back(mark);
+        return;
+    }
+    const MapTextSetting setting = MapPlaceStyle::settingOf(place, m_sheet.scale, isNameInside(place), m_style);
+    const QStringList lines = MapPlaceStyle::linesOf(place, m_sheet.scale, setting);
+    const bool isIslandName = place.kind == Kind::island && !isNameInside(place);
+    std::vector<QRectF> fitting;
+    for (const QRectF &rect : candidates(place, setting.sizeOf(lines)))
+        if (m_space.isFree(rect) && !(isIslandName && crossesAnotherIsland(rect, place)))
+            fitting.push_back(rect);
+    if (symbol != MapSymbol::none && (!fitting.empty() || place.rank < 5))
+        m_marks.push_back(mark);
+    if (fitting.empty())
+        return;
+    // An island's name that moved from side to side with the marks would soon be taken for its neighbour's.
+    const auto isBetter = [&](const QRectF &rect) { return isIslandName || m_space.isUncovered(rect); };
+    const auto better = std::find_if(fitting.begin(), fitting.end(), isBetter);
+    const QRectF rect = better != fitting.end() ? *better : fitting.front();
+    m_space.reserve(rect.adjusted(-2, -1, 2, 1));
+    m_labels.push_back({lines, setting, rect});
+    m_shownNames.insert(place.name);
+}
+
+void MapLabels::paintMark(QPainter &painter, const Mark &mark) const
+{
+    const auto dot = [&](double radius) {
+        painter.setPen(QPen(mark.color, 1.3));
+        painter.setBrush(m_style.dotInside);
+        painter.drawEllipse(mark.center, radius, radius);
+    };
+    const QPointF corners[3] = {mark.center + QPointF(0, -4), mark.center + QPointF(4, 3),
+                                mark.center + QPointF(-4, 3)};
+    switch (mark.symbol) {
+    case MapSymbol::none:
+        return;
+    case MapSymbol::capitalDot:
+        painter.setPen(Qt::NoPen);
+        painter.setBrush(mark.color);
+        painter.drawEllipse(mark.center, 1.7, 1.7);
+        return;
+    case MapSymbol::capital:
+        dot(3.6);
+        painter.setPen(Qt::NoPen);
+        painter.setBrush(mark.color);
+        painter.drawEllipse(mark.center, 1.4, 1.4);
+        return;
+    case MapSymbol::city:
+        return dot(3.2);
+    case MapSymbol::town:
+    case MapSymbol::contextCity:
+        return dot(2.6);
+    case MapSymbol::village:
+        return dot(2.1);
+    case MapSymbol::filledTriangle:
+        painter.setPen(Qt::NoPen);
+        painter.setBrush(mark.color);
+        painter.drawPolygon(corners, 3);
+        return;
+    case MapSymbol::hollowTriangle:
+        painter.setPen(QPen(mark.color, 1.1));
+        painter.setBrush(m_style.landHalo);
+        painter.drawPolygon(corners, 3);
+        return;
+    }
+}
+
+void MapLabels::paintLabel(QPainter &painter, const Label &label) const
+{
+    const QPainterPath text = label.setting.outlines(label.lines, label.rect);
+    if (!label.setting.hasHalo)
+        return painter.fillPath(text, label.setting.color);
+    const double haloWidth = std::max(2.6, 0.27 * label.setting.pixels);
+    const QColor halo = isOnLand(label.rect.center()) ? m_style.landHalo : m_style.seaHalo;
+    painter.strokePath(
+        text, QPen(faded(halo, label.setting.color.alphaF()), haloWidth, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
+    painter.fillPath(text, label.setting.color);
+}

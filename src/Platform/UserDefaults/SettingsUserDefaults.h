@@ -1,0 +1,27 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+#include "Platform/UserDefaults/UserDefaults.h"
+
+#include <QSettings>
+
+/// Saved values in one INI file, each with its type before it ("number:37.5"), so that a text which looks like a
+/// number stays a text. Every write replaces the file as a whole; one that fails is tried again with the next.
+///
+/// What cannot be read counts as unset. A file with lines that are no settings at all is copied beside itself, with
+/// ".unreadable" behind its name, before the first write drops them.
+class SettingsUserDefaults : public UserDefaults
+{
+public:
+    /// Over the file `path`, made with its folder by the first write.
+    explicit SettingsUserDefaults(const QString &path);
+
+    /// "settings.ini" in the application's configuration folder.
+    static QString standardPath();
+
+    QVariant object(const QString &key) const override;
+    void setObject(const QString &key, const QVariant &value) override;
+    void removeObject(const QString &key) override;
+
+private:
+    QSettings m_settings;
+};

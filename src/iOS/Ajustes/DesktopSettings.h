@@ -1,0 +1,22 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+#include "Platform/Support/Platform.h"
+#include "Platform/Workspace/Workspace.h"
+
+#include <QObject>
+#include <QtQmlIntegration>
+
+/// The desktop's own notification settings.
+class DesktopSettings : public QObject
+{
+    Q_OBJECT
+    QML_ELEMENT
+    QML_SINGLETON
+    Q_PROPERTY(bool exist READ exist CONSTANT)
+
+public:
+    using QObject::QObject;
+
+    bool exist() const { return Platform::current().workspace.hasNotificationSettings(); }
+    Q_INVOKABLE void open() const { Platform::current().workspace.openNotificationSettings(); }
+};

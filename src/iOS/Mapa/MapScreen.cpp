@@ -1,0 +1,196 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "iOS/Mapa/MapScreen.h"
+
+#include "Core/Models/Region.h"
+#include "Core/Persistence/EarthquakeQuery.h"
+#include "Platform/NotificationCenter/NotificationCenter.h"
+#include "Platform/Support/Platform.h"
+#include "Platform/Text/NumberFormat.h"
+
+using namespace std::chrono_literals;
+
+namespace {
+/// An event passes out of a date filter by itself as time goes by.
+constexpr auto redrawPeriod = 60s;
+}
+
+MapScreen::MapScreen(QObject *parent)
+    : QObject(parent)
+    , m_dates(DateFormatter::Form::skeleton, QStringLiteral("dMMMyjm"), QStringLiteral("UTC"))
+{
+}
+
+MapScreen::~MapScreen() = default;
+
+void MapScreen::componentComplete()
+{
+    m_viewModel = std::make_unique<MapViewModel>(*m_repository);
+    watch();
+    m_clockTask = Task::start(Platform::current().clock, this, [this](Task &task) { tick(task); });
+    redraw();
+}
+
+/// Everything that the screen is drawn from.
+void MapScreen::watch()
+{
+    connect(&m_container->earthquakes(), &EarthquakeQuery::changed, this, &MapScreen::redraw);
+    connect(m_repository, &EarthquakeRepository::isLoadingChanged, this, &MapScreen::redraw);
+    connect(m_viewModel.get(), &MapViewModel::selectedFilterChanged, this, &MapScreen::redraw);
+    connect(m_viewModel.get(), &MapViewModel::selectedDateFilterChanged, this, &MapScreen::redraw);
+    connect(m_viewModel.get(), &MapViewModel::selectedEarthquakeChanged, this, &MapScreen::showSelection);
+    connect(&NotificationCenter::defaultCenter(), &NotificationCenter::posted, this, &MapScreen::answerMenu);
+}
+
+void MapScreen::tick(Task &task)
+{
+    task.sleep(redrawPeriod, [this](Task &awake) {
+        redraw();
+        tick(awake);
+    });
+}
+
+void MapScreen::redraw()
+{
+    m_markers.setEarthquakes(filteredEarthquakes());
+    Q_EMIT redrawn();
+}
+
+void MapScreen::showSelection()
+{
+    m_markers.setSelected(m_viewModel->selectedEarthquake());
+    if (m_viewModel->selectedEarthquake())
+        m_called = m_viewModel->selectedEarthquake();
+    Q_EMIT calloutChanged();
+}
+
+std::vector<Earthquake> MapScreen::filteredEarthquakes() const
+{
+    const EarthquakeQuery &query = m_container->earthquakes();
+    const auto category = m_viewModel->selectedFilter().category();
+    const auto cutoff = m_viewModel->selectedDateFilter().cutoffDate();
+    const qsizetype count = cutoff ? query.countSince(*cutoff) : query.count();
+    const auto &all = query.earthquakes();
+    if (!category)
+        return {all.begin(), all.begin() + count};
+    std::vector<Earthquake> kept;
+    for (qsizetype i = 0; i < count; ++i)
+        if (query.bands()[size_t(i)] == category->band())
+            kept.push_back(all[size_t(i)]);
+    return kept;
+}
+
+void MapScreen::answerMenu(const QString &notification)
+{
+    if (m_isActive && notification == NotificationName::openFilter)
+        setProperty("showFilterPopover", true);
+}
+
+CoordinateRegion MapScreen::region() const
+{
+    return Region::canaryIslands().mapRegion();
+}
+
+bool MapScreen::isLoading() const
+{
+    return m_repository && m_repository->isLoading();
+}
+
+int MapScreen::selectedFilter() const
+{
+    return m_viewModel ? m_viewModel->selectedFilter().choice() : 0;
+}
+
+int MapScreen::selectedDateFilter() const
+{
+    return m_viewModel ? m_viewModel->selectedDateFilter().choice() : 0;
+}
+
+bool MapScreen::hasCallout() const
+{
+    return m_viewModel && m_viewModel->selectedEarthquake().has_value();
+}
+
+QString MapScreen::location() const
+{
+    return m_called ? m_called->location() : QString();
+}
+
+QString MapScreen::dateText() const
+{
+    return m_called ? m_dates.string(m_called->date()) + QStringLiteral(" UTC") : QString();
+}
+
+double MapScreen::magnitude() const
+{
+    return m_called ? m_called->magnitude() : 0;
+}
+
+QString MapScreen::magnitudeType() const
+{
+    return m_called ? m_called->magnitudeType() : QString();
+}
+
+QString MapScreen::depthText() const
+{
+    return m_called ? fixedText(m_called->depth(), 0) + QStringLiteral(" km") : QString();
+}
+
+void MapScreen::setSelectedFilter(int choice)
+{
+    m_viewModel->setSelectedFilter(MagnitudeFilter::Choice(choice));
+}
+
+void MapScreen::setSelectedDateFilter(int choice)
+{
+    m_viewModel->setSelectedDateFilter(DateFilter::Choice(choice));
+}
+
+void MapScreen::appear()
+{
+    m_viewModel->onAppear();
+    m_isActive = true;
+}
+
+void MapScreen::disappear()
+{
+    m_isActive = false;
+}
+
+void MapScreen::resetFilters()
+{
+    m_viewModel->setSelectedFilter(MagnitudeFilter::all);
+    m_viewModel->setSelectedDateFilter(DateFilter::all);
+}
+
+bool MapScreen::tap(EarthquakeMarkerLayer *layer, const QPointF &point, bool byFinger)
+{
+    const std::optional<Earthquake> tapped = layer->earthquakeAt(point, byFinger);
+    if (tapped)
+        toggle(*tapped);
+    return tapped.has_value();
+}
+
+bool MapScreen::hasMarkerAt(EarthquakeMarkerLayer *layer, const QPointF &point) const
+{
+    return layer->earthquakeAt(point, false).has_value();
+}
+
+void MapScreen::dismissCallout()
+{
+    m_viewModel->setSelectedEarthquake(std::nullopt);
+}
+
+void MapScreen::viewDetail()
+{
+    if (const auto selected = m_viewModel->selectedEarthquake())
+        Q_EMIT detailRequested({*selected});
+}
+
+void MapScreen::toggle(const Earthquake &earthquake)
+{
+    const auto &selected = m_viewModel->selectedEarthquake();
+    if (selected && selected->eventID() == earthquake.eventID())
+        m_viewModel->setSelectedEarthquake(std::nullopt);
+    else
+        m_viewModel->setSelectedEarthquake(earthquake);
+}

@@ -1,0 +1,58 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+#include "Platform/Text/DateFormatter.h"
+#include "iOS/Mapa/MapScreen.h"
+
+/// The keyboard on the map: Alt with an arrow goes from event to event by nearness, Enter opens and closes the callout
+/// of the one it stands on, Escape closes it.
+class MarkerWalk : public QObject, public QQmlParserStatus
+{
+    Q_OBJECT
+    Q_INTERFACES(QQmlParserStatus)
+    QML_ELEMENT
+    Q_PROPERTY(MapScreen *screen MEMBER m_screen REQUIRED)
+    Q_PROPERTY(EarthquakeMarkerLayer *layer MEMBER m_layer REQUIRED)
+    /// Pixels of the map that something lies over, above and below.
+    Q_PROPERTY(double topCover MEMBER m_topCover)
+    Q_PROPERTY(double bottomCover MEMBER m_bottomCover)
+    /// It stands on an event that is on the map.
+    Q_PROPERTY(bool isOnMap READ isOnMap NOTIFY changed)
+    /// In the layer.
+    Q_PROPERTY(QPointF position READ position NOTIFY changed)
+    Q_PROPERTY(bool isOnSelected READ isOnSelected NOTIFY changed)
+    /// Magnitude, place and time of the event, for a screen reader; empty where it stands on none.
+    Q_PROPERTY(QString text READ text NOTIFY changed)
+
+public:
+    explicit MarkerWalk(QObject *parent = nullptr);
+
+    void classBegin() override { }
+    void componentComplete() override;
+
+    bool isOnMap() const;
+    QPointF position() const;
+    bool isOnSelected() const;
+    QString text() const;
+    const std::optional<Earthquake> &current() const { return m_current; }
+
+    /// False for keys that mean nothing here.
+    Q_INVOKABLE bool pressKey(int key, int modifiers);
+    /// Forgets where it stands.
+    Q_INVOKABLE void leave();
+
+Q_SIGNALS:
+    void changed();
+
+private:
+    bool go(MarkerIndex::Direction direction);
+    bool openCallout();
+    bool closeCallout();
+    void setCurrent(const std::optional<Earthquake> &earthquake);
+
+    MapScreen *m_screen = nullptr;
+    EarthquakeMarkerLayer *m_layer = nullptr;
+    double m_topCover = 0;
+    double m_bottomCover = 0;
+    std::optional<Earthquake> m_current;
+    DateFormatter m_dates;
+};

@@ -1,0 +1,47 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+import QtQuick
+import orvalia.Shared
+
+/// The event on its map: a disc that stands on its place, with a star and rings that never rest.
+Item {
+    id: root
+
+    required property color color
+    /// Where the event is, in the map's pixels.
+    required property point place
+    readonly property real diameter: 22
+
+    x: place.x - diameter / 2
+    y: place.y - diameter
+    width: diameter
+    height: diameter
+
+    RippleRing {
+        anchors.centerIn: parent
+        baseSize: root.diameter
+    }
+    RippleRing {
+        anchors.centerIn: parent
+        baseSize: root.diameter
+        delay: 0.65
+    }
+    RippleRing {
+        anchors.centerIn: parent
+        baseSize: root.diameter
+        delay: 1.3
+    }
+    Rectangle {
+        anchors.fill: parent
+        radius: width / 2
+        color: root.color
+        border.width: 2
+        border.color: "white"
+    }
+    Icon {
+        anchors.centerIn: parent
+        width: 10
+        height: 10
+        name: "star.fill"
+        color: "white"
+    }
+}

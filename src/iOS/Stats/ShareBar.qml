@@ -1,0 +1,41 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+import QtQuick
+import orvalia.Shared
+
+/// A share of its width, filled from the left; the fill glides to a new share.
+Rectangle {
+    id: root
+
+    required property string name
+    /// 0 to 1.
+    required property real fraction
+    required property color fill
+    /// The fill carries the edge of magnitude colours.
+    property bool hasEdge: false
+    readonly property real minimumValue: 0
+    readonly property real maximumValue: 1
+    readonly property real value: fraction
+    property real shownFraction: fraction
+
+    Behavior on shownFraction {
+        NumberAnimation {
+            duration: Theme.easeBar
+            easing.bezierCurve: Theme.easeOutCurve // qmllint disable
+        }
+    }
+
+    radius: height / 2
+    color: Theme.systemFill
+    Accessible.role: Accessible.ProgressBar
+    Accessible.name: name
+
+    Rectangle {
+        objectName: "fill"
+        width: root.width * root.shownFraction
+        height: root.height
+        radius: height / 2
+        color: root.fill
+        border.width: root.hasEdge && width >= height ? Theme.hair : 0
+        border.color: Theme.categoryEdge
+    }
+}

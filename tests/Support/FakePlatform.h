@@ -1,0 +1,156 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+#include "Platform/Appearance/Appearance.h"
+#include "Platform/BackgroundActivity/BackgroundActivityScheduler.h"
+#include "Platform/Location/LocationService.h"
+#include "Platform/Permissions/Permissions.h"
+#include "Platform/UserNotifications/UserNotificationCenter.h"
+#include "Platform/Workspace/Workspace.h"
+
+#include <QMap>
+
+#include <QPointer>
+
+#include <exception>
+#include <functional>
+#include <stdexcept>
+#include <vector>
+
+/// Records what was sent; asking for permission fails until a test sets an answer.
+class FakeUserNotificationCenter : public UserNotificationCenter
+{
+public:
+    QFuture<bool> requestAuthorization() override
+    {
+        ++authorizationRequests;
+        if (!answer)
+            return QtFuture::makeExceptionalFuture<bool>(
+                std::make_exception_ptr(std::runtime_error("no notification service")));
+        status = *answer ? NotificationAuthorizationStatus::authorized : NotificationAuthorizationStatus::denied;
+        return QtFuture::makeReadyFuture(*answer);
+    }
+
+    QFuture<NotificationAuthorizationStatus> authorizationStatus() override
+    {
+        return QtFuture::makeReadyFuture(status);
+    }
+
+    void add(const UserNotificationRequest &request) override { sent.push_back(request); }
+
+    std::optional<bool> answer;
+    NotificationAuthorizationStatus status = NotificationAuthorizationStatus::notDetermined;
+    int authorizationRequests = 0;
+    std::vector<UserNotificationRequest> sent;
+};
+
+/// A position service that a test drives by hand.
+class FakeLocationService : public LocationService
+{
+public:
+    explicit FakeLocationService(QObject *parent = nullptr)
+        : LocationService(parent)
+    {
+        QMetaObject::invokeMethod(this, &FakeLocationService::authorizationChanged, Qt::QueuedConnection);
+    }
+
+    /// What the user or the system does to the permission.
+    void change(LocationAuthorizationStatus value)
+    {
+        status = value;
+        QMetaObject::invokeMethod(this, &FakeLocationService::authorizationChanged, Qt::QueuedConnection);
+    }
+
+    LocationAuthorizationStatus authorizationStatus() const override { return status; }
+    void setDistanceFilter(double meters) override { distanceFilter = meters; }
+    void requestAlwaysAuthorization() override { ++permissionRequests; }
+    void startUpdatingLocation() override { ++starts; }
+
+    LocationAuthorizationStatus status = LocationAuthorizationStatus::notDetermined;
+    double distanceFilter = 0;
+    int permissionRequests = 0;
+    int starts = 0;
+};
+
+/// Remembers answers in memory.
+class FakePermissions : public Permissions
+{
+public:
+    using Permissions::Permissions;
+
+    Answer answer(Subject subject) const override { return answers.value(subject, Answer::notDetermined); }
+
+    QMap<Subject, Answer> answers;
+
+protected:
+    void remember(Subject subject, Answer given) override { answers.insert(subject, given); }
+};
+
+/// Remembers what it was asked to open.
+class FakeWorkspace : public Workspace
+{
+public:
+    bool open(const QUrl &url) override
+    {
+        opened.push_back(url);
+        return opens && opens(url);
+    }
+
+    bool hasNotificationSettings() const override { return notificationSettings; }
+
+    bool openNotificationSettings() override
+    {
+        ++notificationSettingsOpened;
+        return notificationSettings;
+    }
+
+    std::vector<QUrl> opened;
+    /// Takes an address; nothing takes any where this is empty.
+    std::function<bool(const QUrl &)> opens;
+    bool notificationSettings = false;
+    int notificationSettingsOpened = 0;
+};
+
+/// A desktop whose look a test changes by hand; light and in full motion at first.
+class FakeAppearance : public Appearance
+{
+public:
+    using Appearance::Appearance;
+
+    ColorScheme colorScheme() const override { return m_colorScheme; }
+    bool reducedMotion() const override { return m_reducedMotion; }
+
+    void setColorScheme(ColorScheme value)
+    {
+        m_colorScheme = value;
+        Q_EMIT changed();
+    }
+
+    void setReducedMotion(bool value)
+    {
+        m_reducedMotion = value;
+        Q_EMIT changed();
+    }
+
+private:
+    ColorScheme m_colorScheme = ColorScheme::light;
+    bool m_reducedMotion = false;
+};
+
+/// An activity that runs when a test says so.
+class FakeBackgroundActivityScheduler : public BackgroundActivityScheduler
+{
+public:
+    void setRepeats(bool value) override { repeats = value; }
+    void setInterval(double seconds) override { interval = seconds; }
+    void setTolerance(double seconds) override { tolerance = seconds; }
+    void setQualityOfService(QualityOfService value) override { quality = value; }
+    void scheduleWithBlock(std::function<void(CompletionHandler)> value) override { block = std::move(value); }
+    void invalidate() override { onInvalidate(); }
+
+    bool repeats = false;
+    double interval = 0;
+    double tolerance = 0;
+    QualityOfService quality = QualityOfService::background;
+    std::function<void(CompletionHandler)> block;
+    std::function<void()> onInvalidate = [] {};
+};

@@ -1,0 +1,191 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "Support/ShownWindow.h"
+
+#include "PageGenerator.h"
+
+#include <QAccessible>
+#include <QGuiApplication>
+#include <QSignalSpy>
+#include <QTest>
+
+#include <functional>
+
+namespace {
+using Matches = std::function<bool(QQuickItem *)>;
+
+void collectShown(QQuickItem *root, const Matches &matches, QList<QQuickItem *> &found)
+{
+    if (!root->isVisible())
+        return;
+    if (matches(root))
+        found.append(root);
+    for (QQuickItem *child : root->childItems())
+        collectShown(child, matches, found);
+}
+
+QList<QQuickItem *> allShown(const QQuickWindow &window, const Matches &matches)
+{
+    QList<QQuickItem *> found;
+    collectShown(window.contentItem(), matches, found);
+    return found;
+}
+
+QString accessibleName(QQuickItem *item)
+{
+    QAccessibleInterface *accessible = QAccessible::queryAccessibleInterface(item);
+    return accessible ? accessible->text(QAccessible::Name) : QString();
+}
+
+QPoint middleOf(const QQuickItem *item)
+{
+    return item->mapToScene(QPointF(item->width() / 2, item->height() / 2)).toPoint();
+}
+
+void collectFaults(QQuickItem *item, QStringList &faults)
+{
+    if (!item->isVisible())
+        return;
+    const QString what = QString::fromLatin1(item->metaObject()->className()) + u' ' + item->objectName();
+    const QVariant format = item->property("textFormat");
+    if (format.isValid() && format.toInt() != Qt::PlainText && item->inherits("QQuickText"))
+        faults.append(what + QStringLiteral(": text is not plain: ") + item->property("text").toString());
+    const bool isReached = item->activeFocusOnTab() || item->inherits("QQuickAbstractButton");
+    if (isReached && accessibleName(item).isEmpty())
+        faults.append(what + QStringLiteral(": has no accessible name"));
+    for (QQuickItem *child : item->childItems())
+        collectFaults(child, faults);
+}
+}
+
+ShownWindow::ShownWindow()
+{
+    // Names are told to nobody, and some are not even reckoned, until something asks for them.
+    QAccessible::setActive(true);
+    world.clock.setNow(Instant(std::chrono::sys_days{std::chrono::year{2026} / 11 / 22}) + std::chrono::hours(20));
+    m_engine.addImportPath(QStringLiteral("qrc:/qt/qml"));
+    QObject::connect(&m_engine, &QQmlEngine::warnings, &m_engine, [this](const QList<QQmlError> &warnings) {
+        for (const QQmlError &warning : warnings)
+            m_warnings.append(warning.toString());
+    });
+}
+
+ShownWindow::~ShownWindow() = default;
+
+void ShownWindow::enqueuePage(const QList<ParsedEarthquake> &rows)
+{
+    world.urlSession.enqueue(PageGenerator::page(rows));
+}
+
+bool ShownWindow::show(QSize size)
+{
+    m_engine.setInitialProperties({{QStringLiteral("container"), QVariant::fromValue(&container)},
+                                   {QStringLiteral("width"), size.width()},
+                                   {QStringLiteral("height"), size.height()}});
+    m_engine.load(QUrl(QStringLiteral("qrc:/qt/qml/orvalia/Shell/MacMainView.qml")));
+    m_window =
+        m_engine.rootObjects().isEmpty() ? nullptr : qobject_cast<QQuickWindow *>(m_engine.rootObjects().first());
+    if (!m_window || !QTest::qWaitForWindowExposed(m_window))
+        return false;
+    m_window->requestActivate();
+    if (!QTest::qWaitForWindowActive(m_window))
+        return false;
+    settle();
+    return m_warnings.isEmpty();
+}
+
+bool ShownWindow::enter(const QString &title)
+{
+    QQuickWindow *entered = nullptr;
+    const auto isShown = [&] {
+        for (QWindow *window : QGuiApplication::topLevelWindows())
+            if (window->isVisible() && window->title() == title)
+                entered = qobject_cast<QQuickWindow *>(window);
+        return entered && entered->isExposed();
+    };
+    if (!QTest::qWaitFor(isShown))
+        return false;
+    m_window = entered;
+    m_window->requestActivate();
+    const bool isActive = QTest::qWaitForWindowActive(m_window);
+    settle();
+    return isActive && m_warnings.isEmpty();
+}
+
+bool ShownWindow::open(const char *file, const QString &title)
+{
+    m_engine.setInitialProperties({{QStringLiteral("visible"), true}});
+    m_engine.load(QUrl(QStringLiteral("qrc:/qt/qml/") + QLatin1String(file)));
+    return enter(title);
+}
+
+void ShownWindow::pass(std::chrono::milliseconds time)
+{
+    world.clock.advance(time);
+    settle();
+}
+
+void ShownWindow::settle()
+{
+    world.settle();
+    // Views take in what their models told when a frame is made.
+    for (int frame = 0; frame < 2; ++frame) {
+        QSignalSpy swapped(m_window, &QQuickWindow::frameSwapped);
+        m_window->update();
+        swapped.wait();
+    }
+    world.settle();
+}
+
+QQuickItem *ShownWindow::item(const QString &objectName) const
+{
+    return items(objectName).value(0);
+}
+
+QList<QQuickItem *> ShownWindow::items(const QString &objectName) const
+{
+    return allShown(*m_window, [&](QQuickItem *item) { return item->objectName() == objectName; });
+}
+
+QList<QQuickItem *> ShownWindow::itemsOf(const char *className) const
+{
+    return allShown(*m_window, [&](QQuickItem *item) { return item->inherits(className); });
+}
+
+QQuickItem *ShownWindow::named(const QString &name) const
+{
+    return allShown(*m_window, [&](QQuickItem *item) { return accessibleName(item) == name; }).value(0);
+}
+
+void ShownWindow::click(QQuickItem *item, Qt::KeyboardModifiers modifiers)
+{
+    QTest::mouseClick(m_window, Qt::LeftButton, modifiers, middleOf(item));
+    settle();
+}
+
+void ShownWindow::turnWheel(QQuickItem *item, int angle)
+{
+    const QPoint place = middleOf(item);
+    QWheelEvent event(place, m_window->mapToGlobal(place), {}, {0, angle}, Qt::NoButton, Qt::NoModifier,
+                      Qt::NoScrollPhase, false);
+    QCoreApplication::sendEvent(m_window, &event);
+}
+
+void ShownWindow::press(Qt::Key key, Qt::KeyboardModifiers modifiers)
+{
+    QTest::keyClick(m_window, key, modifiers);
+    settle();
+}
+
+void ShownWindow::type(const QString &text)
+{
+    for (const QChar letter : text)
+        QTest::keyClick(m_window, letter.toLatin1());
+    settle();
+}
+
+QStringList faultsOfItems(const QQuickWindow &window)
+{
+    QStringList faults;
+    collectFaults(window.contentItem(), faults);
+    return faults;
+}

@@ -1,0 +1,44 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+#include <QByteArray>
+#include <QSslServer>
+#include <QStringList>
+#include <QTemporaryDir>
+
+/// Stands for the institute's web site on this machine: binds a hosts file that leads its name here and a folder of
+/// certificates over the machine's own, and answers on port 443. Only for a process that has a mount and a network
+/// namespace of its own, as root of it.
+class LocalInstitute
+{
+public:
+    /// Whether the machine's certificates vouch for the one that the server shows.
+    enum class Certificate { trusted, unknown };
+
+    explicit LocalInstitute(Certificate certificate);
+    ~LocalInstitute();
+    Q_DISABLE_COPY_MOVE(LocalInstitute)
+
+    /// The body of every answer.
+    void setPage(const QByteArray &page) { m_page = page; }
+    /// While false, each request is counted and its connection closed without a byte.
+    void setAnswering(bool isAnswering) { m_isAnswering = isAnswering; }
+
+    /// Requests that came whole.
+    int requests() const { return m_requests; }
+    /// Connections that ended in the handshake.
+    int refusals() const { return m_refusals; }
+
+private:
+    void bindOver(const QString &file, const QString &place);
+    void makeCertificates(Certificate certificate);
+    void listen();
+    void answer(QTcpSocket *connection);
+
+    QTemporaryDir m_folder;
+    QStringList m_bound;
+    QSslServer m_server;
+    QByteArray m_page;
+    bool m_isAnswering = true;
+    int m_requests = 0;
+    int m_refusals = 0;
+};

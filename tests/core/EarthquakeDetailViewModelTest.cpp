@@ -1,0 +1,66 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "Core/ViewModels/EarthquakeDetailViewModel.h"
+#include "Core/Persistence/ModelContainer.h"
+#include "Core/Persistence/ModelContext.h"
+#include "Support/World.h"
+
+#include <QTest>
+
+namespace {
+/// Event number `number`, the later the greater.
+Earthquake numberedEvent(const World &world, int number)
+{
+    return Earthquake(QStringLiteral("es%1").arg(number), world.clock.now() + std::chrono::minutes(number), 28.0, -16.5,
+                      10.0, 1.5, QStringLiteral("mbLg"), std::nullopt, QStringLiteral("W FRONTERA.IHI"));
+}
+}
+
+class EarthquakeDetailViewModelTest : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void limitIsTakenBeforeTheEventItself_data()
+    {
+        QTest::addColumn<int>("stored");
+        QTest::addColumn<int>("shown");
+        QTest::addColumn<int>("count");
+        QTest::addColumn<QString>("newest");
+        QTest::addColumn<QString>("oldest");
+        QTest::newRow("alone") << 1 << 0 << 0 << QString() << QString();
+        QTest::newRow("newest of many") << 250 << 249 << 199 << "es248"
+                                        << "es50";
+        QTest::newRow("last of the newest") << 250 << 50 << 199 << "es249"
+                                            << "es51";
+        QTest::newRow("older than those") << 250 << 49 << 200 << "es249"
+                                          << "es50";
+    }
+
+    void limitIsTakenBeforeTheEventItself()
+    {
+        QFETCH(int, stored);
+        QFETCH(int, shown);
+        QFETCH(QString, newest);
+        QFETCH(QString, oldest);
+        World world;
+        ModelContainer container({.isStoredInMemoryOnly = true});
+        for (int number = 0; number < stored; ++number)
+            container.mainContext().insert(numberedEvent(world, number));
+        container.mainContext().save();
+
+        // Another object for the same event, as a list of another context would hold.
+        EarthquakeDetailViewModel model(numberedEvent(world, shown));
+        model.loadNearby(container.mainContext());
+        model.loadNearby(container.mainContext());
+
+        const auto &nearby = model.nearbyEarthquakes();
+        QTEST(int(nearby.size()), "count");
+        if (!nearby.empty()) {
+            QCOMPARE(nearby.front().eventID(), newest);
+            QCOMPARE(nearby.back().eventID(), oldest);
+        }
+    }
+};
+
+QTEST_GUILESS_MAIN(EarthquakeDetailViewModelTest)
+#include "EarthquakeDetailViewModelTest.moc"

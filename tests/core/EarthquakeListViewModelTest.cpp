@@ -1,0 +1,302 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "Core/ViewModels/EarthquakeListViewModel.h"
+
+#include "Core/Notifications/NotificationSettings.h"
+#include "Core/Persistence/ModelContainer.h"
+#include "Core/Persistence/ModelContext.h"
+#include "Core/Repositories/EarthquakeRepository.h"
+#include "Support/FakeDataSource.h"
+#include "Support/World.h"
+
+#include <QSignalSpy>
+#include <QTest>
+
+using namespace std::chrono_literals;
+
+namespace {
+/// A model over an empty store in memory and a source that a test commands.
+struct Fixture
+{
+    World world;
+    ModelContainer container{{.isStoredInMemoryOnly = true}};
+    FakeDataSource *source = new FakeDataSource;
+    EarthquakeRepository repository{container.mainContext(), std::unique_ptr<EarthquakeDataSource>(source)};
+    std::unique_ptr<EarthquakeListViewModel> model = std::make_unique<EarthquakeListViewModel>(repository);
+
+    Fixture() { world.settle(); }
+
+    void pass(std::chrono::milliseconds time)
+    {
+        world.clock.advance(time);
+        world.settle();
+    }
+    void appear()
+    {
+        model->onAppear(container.mainContext());
+        world.settle();
+    }
+    void setInterval(RefreshInterval interval)
+    {
+        NotificationSettings::shared().setRefreshInterval(interval);
+        world.settle();
+    }
+};
+}
+
+class EarthquakeListViewModelTest : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void searchComesThroughOnceItHasRested()
+    {
+        Fixture f;
+        f.pass(300ms);
+        QSignalSpy delivered(f.model.get(), &EarthquakeListViewModel::debouncedSearchTextChanged);
+        f.model->setSearchText(QStringLiteral(" m"));
+        f.pass(299ms);
+        QCOMPARE(f.model->debouncedSearchText(), QString());
+        f.model->setSearchText(QStringLiteral(" ma"));
+        f.pass(299ms);
+        QCOMPARE(delivered.count(), 0);
+        f.pass(1ms);
+        QCOMPARE(f.model->debouncedSearchText(), QStringLiteral(" ma"));
+        QCOMPARE(delivered.count(), 1);
+    }
+
+    void emptySearchOfANewModelComesThroughOnce()
+    {
+        Fixture f;
+        QSignalSpy delivered(f.model.get(), &EarthquakeListViewModel::debouncedSearchTextChanged);
+        f.pass(299ms);
+        QCOMPARE(delivered.count(), 0);
+        f.pass(1ms);
+        QCOMPARE(delivered.count(), 1);
+    }
+
+    void letterTypedAndDeleted_data()
+    {
+        QTest::addColumn<int>("restMs");
+        QTest::addColumn<int>("deliveries");
+        QTest::newRow("at once") << 299 << 0;
+        QTest::newRow("after a rest") << 300 << 2;
+    }
+
+    void letterTypedAndDeleted()
+    {
+        QFETCH(int, restMs);
+        Fixture f;
+        f.pass(300ms);
+        QSignalSpy delivered(f.model.get(), &EarthquakeListViewModel::debouncedSearchTextChanged);
+        f.model->setSearchText(QStringLiteral("a"));
+        f.pass(std::chrono::milliseconds(restMs));
+        f.model->setSearchText(QString());
+        f.pass(1s);
+        QTEST(int(delivered.count()), "deliveries");
+        QCOMPARE(f.model->debouncedSearchText(), QString());
+    }
+
+    void everyAssignmentIsTold()
+    {
+        Fixture f;
+        QSignalSpy told(f.model.get(), &EarthquakeListViewModel::selectedFilterChanged);
+        f.model->setSelectedFilter(MagnitudeFilter::all);
+        f.model->setSelectedFilter(MagnitudeFilter::all);
+        QCOMPARE(told.count(), 2);
+    }
+
+    void appearanceRefreshesFromTheLoopThenEveryInterval()
+    {
+        Fixture f;
+        f.model->onAppear(f.container.mainContext());
+        QCOMPARE(f.source->fetches, 0);
+        f.world.settle();
+        QCOMPARE(f.source->fetches, 1);
+        f.pass(600s - 1ms);
+        QCOMPARE(f.source->fetches, 1);
+        f.pass(1ms);
+        QCOMPARE(f.source->fetches, 2);
+        f.pass(600s);
+        QCOMPARE(f.source->fetches, 3);
+    }
+
+    void intervalBeginsWhenTheRefreshHasEnded()
+    {
+        Fixture f;
+        f.source->holdsAnswers = true;
+        f.appear();
+        f.pass(1h);
+        QVERIFY(!f.model->isAutoRefreshing());
+        f.source->release();
+        f.world.settle();
+        f.pass(600s);
+        QCOMPARE(f.source->fetches, 2);
+        // The second refresh takes five minutes, so the third begins fifteen after the second.
+        f.pass(300s);
+        f.source->release();
+        f.pass(600s - 1ms);
+        QCOMPARE(f.source->fetches, 2);
+        f.pass(1ms);
+        QCOMPARE(f.source->fetches, 3);
+    }
+
+    void failedRefreshDoesNotEndTheLoop()
+    {
+        Fixture f;
+        f.source->fails = true;
+        f.appear();
+        f.pass(600s);
+        f.pass(600s);
+        QCOMPARE(f.source->fetches, 3);
+        QVERIFY(!f.model->lastUpdatedSubtitle());
+    }
+
+    void changedIntervalStartsTheLoopAnew()
+    {
+        Fixture f;
+        f.appear();
+        f.pass(599s);
+        f.setInterval(RefreshInterval::fiveMinutes);
+        f.pass(299s);
+        QCOMPARE(f.source->fetches, 1);
+        f.pass(1s);
+        QCOMPARE(f.source->fetches, 2);
+        // The loop of ten minutes is gone.
+        f.pass(299s);
+        QCOMPARE(f.source->fetches, 2);
+    }
+
+    void manualIntervalEndsTheLoop()
+    {
+        Fixture f;
+        f.appear();
+        QVERIFY(f.model->isAutoRefreshing());
+        f.setInterval(RefreshInterval::disabled);
+        QVERIFY(!f.model->isAutoRefreshing());
+        f.appear();
+        QVERIFY(!f.model->isAutoRefreshing());
+        f.pass(2h);
+        QCOMPARE(f.source->fetches, 2);
+    }
+
+    void returnToTheForegroundRefreshesAndStartsTheLoopAnew()
+    {
+        Fixture f;
+        f.appear();
+        f.pass(599s);
+        f.world.notificationCenter.post(NotificationName::appDidBecomeActive);
+        QCOMPARE(f.source->fetches, 1);
+        f.world.settle();
+        QCOMPARE(f.source->fetches, 2);
+        f.pass(599s);
+        QCOMPARE(f.source->fetches, 2);
+        f.pass(1s);
+        QCOMPARE(f.source->fetches, 3);
+        f.world.notificationCenter.post(NotificationName::openFilter);
+        f.world.settle();
+        QCOMPARE(f.source->fetches, 3);
+    }
+
+    void returnDuringARefreshLeavesOneLoop()
+    {
+        Fixture f;
+        f.appear();
+        f.source->holdsAnswers = true;
+        f.pass(600s);
+        QCOMPARE(f.source->fetches, 2);
+        f.world.notificationCenter.post(NotificationName::appDidBecomeActive);
+        f.world.settle();
+        QCOMPARE(f.source->fetches, 2);
+        f.source->holdsAnswers = false;
+        f.source->release();
+        f.pass(600s);
+        QCOMPARE(f.source->fetches, 3);
+        f.pass(600s);
+        QCOMPARE(f.source->fetches, 4);
+    }
+
+    void hiddenScreenRefreshesNoMoreUntilTheForegroundReturns()
+    {
+        Fixture f;
+        f.appear();
+        f.model->stopAutoRefresh();
+        f.pass(2h);
+        QCOMPARE(f.source->fetches, 1);
+        f.world.notificationCenter.post(NotificationName::appDidBecomeActive);
+        f.world.settle();
+        QVERIFY(f.model->isAutoRefreshing());
+        QCOMPARE(f.source->fetches, 2);
+    }
+
+    void firstRefreshRunsEvenWhenItsScreenHasGone()
+    {
+        Fixture f;
+        f.model->onAppear(f.container.mainContext());
+        f.model.reset();
+        f.world.settle();
+        QCOMPARE(f.source->fetches, 1);
+        f.pass(2h);
+        QCOMPARE(f.source->fetches, 1);
+    }
+
+    void manualRefreshStartsTheCountdownAndWaitsForIt()
+    {
+        Fixture f;
+        f.model->manualRefresh();
+        QVERIFY(f.repository.isCoolingDown());
+        f.source->fails = true;
+        f.pass(59s);
+        f.model->manualRefresh();
+        QCOMPARE(f.source->fetches, 1);
+        QVERIFY(!f.repository.lastError());
+        // Other refreshes go through the countdown.
+        f.model->refresh();
+        QCOMPARE(f.source->fetches, 2);
+        f.pass(1s);
+        f.model->manualRefresh();
+        QCOMPARE(f.source->fetches, 3);
+    }
+
+    void manualRefreshWaitsForTheRunningOne()
+    {
+        Fixture f;
+        f.source->holdsAnswers = true;
+        f.model->refresh();
+        f.model->manualRefresh();
+        f.source->release();
+        QCOMPARE(f.source->fetches, 1);
+        QVERIFY(!f.repository.isCoolingDown());
+    }
+
+    void ageInWords_data()
+    {
+        QTest::addColumn<qint64>("elapsedMs");
+        QTest::addColumn<QString>("text");
+        const auto row = [](const char *name, qint64 elapsedMs, const char *text) {
+            QTest::newRow(name) << elapsedMs << QString::fromLatin1(text);
+        };
+        row("clock set back", -7200000, "updated just now");
+        row("at once", 0, "updated just now");
+        row("59.9 s", 59900, "updated just now");
+        row("60 s", 60000, "updated 1 min ago");
+        row("119.9 s", 119900, "updated 1 min ago");
+        row("3599 s", 3599000, "updated 59 min ago");
+        row("3600 s", 3600000, "updated 1 h ago");
+        row("86399 s", 86399000, "updated 23 h ago");
+        row("86400 s", 86400000, "updated 1 day(s) ago (01 Jan 2025)");
+        row("ten days", 864000000, "updated 10 day(s) ago (01 Jan 2025)");
+    }
+
+    void ageInWords()
+    {
+        QFETCH(qint64, elapsedMs);
+        Fixture f;
+        QVERIFY(!f.model->lastUpdatedSubtitle());
+        f.model->refresh();
+        f.world.clock.setNow(f.world.clock.now() + std::chrono::milliseconds(elapsedMs));
+        QTEST(f.model->lastUpdatedSubtitle().value_or(QStringLiteral("absent")), "text");
+    }
+};
+
+QTEST_GUILESS_MAIN(EarthquakeListViewModelTest)
+#include "EarthquakeListViewModelTest.moc"

@@ -1,0 +1,274 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "Core/ViewModels/HistoricoViewModel.h"
+#include "Core/Persistence/ModelContainer.h"
+#include "Core/Persistence/ModelContext.h"
+#include "Support/TestInstant.h"
+#include "Support/UserEnvironment.h"
+#include "Support/World.h"
+
+#include <QSignalSpy>
+#include <QTest>
+
+using namespace std::chrono_literals;
+
+namespace {
+/// A store in memory and a model over it, in a zone and a locale of their own.
+struct History
+{
+    explicit History(const QByteArray &zone = "Atlantic/Canary", const QByteArray &locale = "C.UTF-8")
+        : environment(locale, zone)
+    {
+    }
+
+    void store(const char *iso, const QString &location = QStringLiteral("W FRONTERA.IHI"))
+    {
+        context.insert(Earthquake(QString::number(++events), instant(iso), 27.7, -18.0, 12.0, 1.6,
+                                  QStringLiteral("mbLg"), std::nullopt, location));
+    }
+
+    /// `count` events, one a minute back from noon on 2 March 2025.
+    void storeMany(int count)
+    {
+        const Instant noon = instant("2025-03-02T12:00:00Z");
+        for (int i = 0; i < count; ++i)
+            context.insert(Earthquake(QString::number(++events), noon - i * 1min, 27.7, -18.0, 12.0, 1.6,
+                                      QStringLiteral("mbLg"), std::nullopt, QStringLiteral("ATLÁNTICO-CANARIAS")));
+    }
+
+    void appear()
+    {
+        context.save();
+        model->onAppear(context);
+        model->loadAvailableYears(context);
+        world.settle();
+    }
+
+    UserEnvironment environment;
+    World world;
+    ModelContainer container{{.isStoredInMemoryOnly = true}};
+    ModelContext &context = container.mainContext();
+    std::optional<HistoricoViewModel> model{std::in_place};
+    int events = 0;
+};
+}
+
+class HistoricoViewModelTest : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void periodsAreTheUsersOwn_data()
+    {
+        QTest::addColumn<QByteArray>("zone");
+        QTest::addColumn<QByteArray>("locale");
+        QTest::addColumn<int>("year");
+        QTest::addColumn<int>("month");
+        QTest::addColumn<QByteArray>("first");
+        QTest::addColumn<QByteArray>("last");
+        const auto row = [](const char *name, const char *zone, const char *locale, int year, int month,
+                            const char *first, const char *last) {
+            QTest::newRow(name) << QByteArray(zone) << QByteArray(locale) << year << month << QByteArray(first)
+                                << QByteArray(last);
+        };
+        row("month", "UTC", "C.UTF-8", 2025, 2, "2025-02-01T00:00:00Z", "2025-02-28T23:59:59Z");
+        row("leap month", "UTC", "C.UTF-8", 2024, 2, "2024-02-01T00:00:00Z", "2024-02-29T23:59:59Z");
+        row("december", "UTC", "C.UTF-8", 2025, 12, "2025-12-01T00:00:00Z", "2025-12-31T23:59:59Z");
+        row("year", "UTC", "C.UTF-8", 2025, 0, "2025-01-01T00:00:00Z", "2025-12-31T23:59:59Z");
+        row("clock goes forward", "Atlantic/Canary", "es_ES.UTF-8", 2025, 3, "2025-03-01T00:00:00Z",
+            "2025-03-31T22:59:59Z");
+        row("clock goes back", "Atlantic/Canary", "es_ES.UTF-8", 2025, 10, "2025-09-30T23:00:00Z",
+            "2025-10-31T23:59:59Z");
+        row("far east", "Pacific/Kiritimati", "C.UTF-8", 2025, 1, "2024-12-31T10:00:00Z", "2025-01-31T09:59:59Z");
+        row("far west", "Pacific/Pago_Pago", "C.UTF-8", 2025, 12, "2025-12-01T11:00:00Z", "2026-01-01T10:59:59Z");
+        row("no midnight", "America/Asuncion", "C.UTF-8", 2017, 10, "2017-10-01T04:00:00Z", "2017-11-01T02:59:59Z");
+        row("another calendar", "UTC", "fa_IR.UTF-8", 1403, 0, "2024-03-20T00:00:00Z", "2025-03-20T23:59:59Z");
+    }
+
+    void periodsAreTheUsersOwn()
+    {
+        QFETCH(QByteArray, zone);
+        QFETCH(QByteArray, locale);
+        QFETCH(int, year);
+        QFETCH(int, month);
+        QFETCH(QByteArray, first);
+        QFETCH(QByteArray, last);
+        History history(zone, locale);
+        const Instant begin = instant(first.constData());
+        const Instant end = instant(last.constData());
+        for (const Instant date : {begin - 1s, begin, end, end + 1s})
+            history.context.insert(Earthquake(QString::number(++history.events), date, 28.0, -16.0, 1.0, 1.0,
+                                              QStringLiteral("Mw"), std::nullopt, QString()));
+        history.appear();
+        history.model->applyFilter(
+            HistoricoViewModel::YearMonth{year, month == 0 ? std::nullopt : std::optional(month)});
+
+        const auto &loaded = history.model->loadedEarthquakes();
+        QCOMPARE(history.model->totalCount(), 2);
+        QCOMPARE(loaded.size(), 2U);
+        QVERIFY(loaded.front().date() == end);
+        QVERIFY(loaded.back().date() == begin);
+        QVERIFY(history.model->availableYears().front() >= year);
+    }
+
+    void rangesIncludeBothEndsAsTheyStand()
+    {
+        History history;
+        for (const char *iso :
+             {"2025-05-01T09:59:59Z", "2025-05-01T10:00:00Z", "2025-05-02T10:00:00Z", "2025-05-02T10:00:01Z"})
+            history.store(iso);
+        history.appear();
+        const Instant start = instant("2025-05-01T10:00:00Z");
+        history.model->applyFilter(HistoricoViewModel::CustomRange{start, start + 24h});
+        QCOMPARE(history.model->totalCount(), 2);
+        history.model->applyFilter(HistoricoViewModel::CustomRange{start, start});
+        QCOMPARE(history.model->loadedEarthquakes().size(), 1U);
+        history.model->applyFilter(HistoricoViewModel::CustomRange{start + 1s, start + 2s});
+        QVERIFY(!history.model->navSubtitle());
+        history.model->applyFilter(HistoricoViewModel::None{});
+        QCOMPARE(history.model->totalCount(), 4);
+    }
+
+    void pagesHoldFifty_data()
+    {
+        QTest::addColumn<int>("stored");
+        QTest::addColumn<QString>("pages");
+        QTest::newRow("none") << 0 << "0";
+        QTest::newRow("one page") << 50 << "50";
+        QTest::newRow("one over") << 51 << "50+ 51";
+        QTest::newRow("three pages") << 120 << "50+ 100+ 120";
+    }
+
+    void pagesHoldFifty()
+    {
+        QFETCH(int, stored);
+        History history;
+        history.storeMany(stored);
+        history.appear();
+        QStringList pages;
+        const auto note = [&] {
+            pages << QString::number(history.model->loadedEarthquakes().size())
+                    + (history.model->hasMore() ? QStringLiteral("+") : QString());
+        };
+        note();
+        while (history.model->hasMore()) {
+            history.model->loadMore();
+            note();
+        }
+        history.model->loadMore();
+        QTEST(pages.join(u' '), "pages");
+        QCOMPARE(qint64(history.model->loadedEarthquakes().size()), history.model->totalCount());
+    }
+
+    void loadingIsToldInOrder()
+    {
+        History history;
+        history.storeMany(1);
+        QStringList told;
+        HistoricoViewModel &model = *history.model;
+        connect(&model, &HistoricoViewModel::loadedEarthquakesChanged,
+                [&] { told << QStringLiteral("loaded %1").arg(model.loadedEarthquakes().size()); });
+        connect(&model, &HistoricoViewModel::totalCountChanged,
+                [&] { told << QStringLiteral("total %1").arg(model.totalCount()); });
+        connect(&model, &HistoricoViewModel::isLoadingChanged,
+                [&] { told << QStringLiteral("loading %1").arg(model.isLoading()); });
+        model.applyFilter(HistoricoViewModel::None{});
+        QVERIFY2(told.isEmpty(), "nothing loads before the screen appears");
+        history.appear();
+        const QStringList expected{QStringLiteral("loaded 0"), QStringLiteral("total 0"),  QStringLiteral("loading 1"),
+                                   QStringLiteral("total 1"),  QStringLiteral("loaded 1"), QStringLiteral("loading 0")};
+        QCOMPARE(told, expected);
+    }
+
+    void noSecondPageWhileOneLoads()
+    {
+        History history;
+        history.storeMany(200);
+        history.appear();
+        HistoricoViewModel &model = *history.model;
+        const auto again = connect(&model, &HistoricoViewModel::isLoadingChanged, [&] {
+            if (model.isLoading())
+                model.loadMore();
+        });
+        model.loadMore();
+        disconnect(again);
+        QCOMPARE(model.loadedEarthquakes().size(), 100U);
+    }
+
+    void sectionsAreMonthsInWords_data()
+    {
+        QTest::addColumn<QByteArray>("locale");
+        QTest::addColumn<QString>("sections");
+        QTest::addColumn<QString>("subtitle");
+        QTest::newRow("Spanish") << QByteArray("es_ES.UTF-8") << "Marzo 2025:1 Febrero 2025:2 Febrero 2024:1"
+                                 << "Data up to 1 mar 2025";
+        QTest::newRow("English") << QByteArray("en_GB.UTF-8") << "March 2025:1 February 2025:2 February 2024:1"
+                                 << "Data up to 1 Mar 2025";
+    }
+
+    void sectionsAreMonthsInWords()
+    {
+        QFETCH(QByteArray, locale);
+        History history("Atlantic/Canary", locale);
+        QVERIFY(!history.model->navSubtitle());
+        for (const char *iso :
+             {"2025-03-01T00:00:00Z", "2025-02-28T23:59:59Z", "2025-02-01T00:00:00Z", "2024-02-10T12:00:00Z"})
+            history.store(iso);
+        history.appear();
+        QStringList sections;
+        for (const auto &section : history.model->sections()) {
+            QCOMPARE(section.title, section.id);
+            sections << QStringLiteral("%1:%2").arg(section.id).arg(section.items.size());
+        }
+        QTEST(sections.join(u' '), "sections");
+        QTEST(history.model->navSubtitle().value_or(QString()), "subtitle");
+        QCOMPARE(history.model->availableYears(), (std::vector<int>{2025, 2024}));
+    }
+
+    void searchRestsBeforeItFilters()
+    {
+        History history;
+        history.store("2025-03-01T10:00:00Z", QStringLiteral("ATLÁNTICO-CANARIAS"));
+        history.store("2025-03-01T09:00:00Z", QStringLiteral("N GÁLDAR.IGC"));
+        history.appear();
+        HistoricoViewModel &model = *history.model;
+        QSignalSpy told(&model, &HistoricoViewModel::debouncedSearchTextChanged);
+        history.world.clock.advance(300ms);
+        told.clear();
+
+        model.setSearchText(QStringLiteral(" galdar\t"));
+        history.world.clock.advance(299ms);
+        QCOMPARE(model.sections().front().items.size(), 2U);
+        history.world.clock.advance(1ms);
+        QCOMPARE(model.sections().front().items.size(), 1U);
+        QCOMPARE(model.sections().front().items.front().location(), QStringLiteral("N GÁLDAR.IGC"));
+
+        model.setSearchText(QStringLiteral(" galdar"));
+        model.setSearchText(QStringLiteral(" galdar\t"));
+        history.world.clock.advance(300ms);
+        QCOMPARE(told.count(), 1);
+
+        model.setSearchText(QStringLiteral("nowhere"));
+        history.world.clock.advance(300ms);
+        QVERIFY(model.sections().empty());
+        QCOMPARE(model.totalCount(), 2);
+        QVERIFY(model.navSubtitle());
+        model.setSearchText(QStringLiteral("  "));
+        history.world.clock.advance(300ms);
+        QCOMPARE(model.sections().front().items.size(), 2U);
+    }
+
+    void modelThatIsGoneLoadsNothing()
+    {
+        History history;
+        history.storeMany(1);
+        history.context.save();
+        history.model->onAppear(history.context);
+        history.model->setSearchText(QStringLiteral("x"));
+        history.model.reset();
+        history.world.clock.advance(1s);
+        history.world.settle();
+    }
+};
+
+QTEST_GUILESS_MAIN(HistoricoViewModelTest)
+#include "HistoricoViewModelTest.moc"

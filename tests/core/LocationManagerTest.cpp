@@ -1,0 +1,120 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "Core/Location/LocationManager.h"
+#include "Support/World.h"
+
+#include <QSignalSpy>
+#include <QTest>
+
+using Status = LocationAuthorizationStatus;
+
+class LocationManagerTest : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void beginsQuietly()
+    {
+        World world;
+        world.initialLocationStatus = Status::authorizedAlways;
+        const LocationManager &manager = LocationManager::shared();
+        QVERIFY(manager.authorizationStatus() == Status::authorizedAlways);
+        QVERIFY(!manager.userLocation());
+        QCOMPARE(world.locationService->distanceFilter, 500.0);
+        QCOMPARE(world.locationService->permissionRequests, 0);
+        QCOMPARE(world.locationService->starts, 0);
+    }
+
+    void standingPermissionStartsUpdatesByTheFirstCallback()
+    {
+        World world;
+        world.initialLocationStatus = Status::authorizedAlways;
+        LocationManager::shared();
+        world.settle();
+        QCOMPARE(world.locationService->starts, 1);
+    }
+
+    void onlyTheFullPermissionStartsUpdates_data()
+    {
+        QTest::addColumn<int>("status");
+        QTest::addColumn<int>("starts");
+        QTest::newRow("not determined") << int(Status::notDetermined) << 0;
+        QTest::newRow("restricted") << int(Status::restricted) << 0;
+        QTest::newRow("denied") << int(Status::denied) << 0;
+        QTest::newRow("when in use") << int(Status::authorizedWhenInUse) << 0;
+        QTest::newRow("always") << int(Status::authorizedAlways) << 1;
+    }
+
+    void onlyTheFullPermissionStartsUpdates()
+    {
+        QFETCH(int, status);
+        QFETCH(int, starts);
+        World world;
+        LocationManager &manager = LocationManager::shared();
+        world.settle();
+        world.locationService->status = Status(status);
+        Q_EMIT world.locationService->authorizationChanged();
+        QVERIFY2(manager.authorizationStatus() == Status::notDetermined, "published inside the callback");
+        world.settle();
+        QCOMPARE(int(manager.authorizationStatus()), status);
+        QCOMPARE(world.locationService->starts, starts);
+        manager.startUpdatingIfAuthorized();
+        QCOMPARE(world.locationService->starts, 2 * starts);
+        QCOMPARE(world.locationService->permissionRequests, 0);
+    }
+
+    void callbacksPublishInTheirOrder()
+    {
+        World world;
+        LocationManager &manager = LocationManager::shared();
+        world.settle();
+        QList<Status> published;
+        connect(&manager, &LocationManager::authorizationStatusChanged, &manager,
+                [&] { published.append(manager.authorizationStatus()); });
+        world.locationService->status = Status::authorizedAlways;
+        Q_EMIT world.locationService->authorizationChanged();
+        world.locationService->status = Status::denied;
+        Q_EMIT world.locationService->authorizationChanged();
+        world.settle();
+        QCOMPARE(published, (QList{Status::authorizedAlways, Status::denied}));
+    }
+
+    void lastOfThePositionsCounts()
+    {
+        World world;
+        LocationManager &manager = LocationManager::shared();
+        world.settle();
+        QSignalSpy told(&manager, &LocationManager::userLocationChanged);
+        Q_EMIT world.locationService->locationsUpdated({{28.1, -15.4}, {28.2, -15.5}});
+        QVERIFY2(!manager.userLocation(), "published inside the callback");
+        world.settle();
+        QCOMPARE(told.count(), 1);
+        QVERIFY(manager.userLocation() == (Coordinate{28.2, -15.5}));
+
+        Q_EMIT world.locationService->locationsUpdated({});
+        world.settle();
+        QCOMPARE(told.count(), 1);
+    }
+
+    void withdrawnPermissionKeepsThePosition()
+    {
+        World world;
+        world.initialLocationStatus = Status::authorizedAlways;
+        LocationManager &manager = LocationManager::shared();
+        Q_EMIT world.locationService->locationsUpdated({{28.1, -15.4}});
+        world.locationService->status = Status::denied;
+        Q_EMIT world.locationService->authorizationChanged();
+        world.settle();
+        QVERIFY(manager.authorizationStatus() == Status::denied);
+        QVERIFY(manager.userLocation() == (Coordinate{28.1, -15.4}));
+    }
+
+    void asksThroughTheService()
+    {
+        World world;
+        LocationManager::shared().requestPermission();
+        QCOMPARE(world.locationService->permissionRequests, 1);
+    }
+};
+
+QTEST_GUILESS_MAIN(LocationManagerTest)
+#include "LocationManagerTest.moc"

@@ -1,0 +1,208 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "Core/ViewModels/StatsViewModel.h"
+#include "Support/World.h"
+
+#include <QSignalSpy>
+#include <QTest>
+
+#include <map>
+
+namespace {
+/// What one test event differs in; the rest is of no matter to the figures.
+struct Event
+{
+    double secondsAgo = 0;
+    double magnitude = 1.0;
+    double depth = 10.0;
+    double latitude = 28.0;
+    double longitude = -16.5;
+    const char *location = "NW LANZAROTE";
+};
+
+std::vector<Earthquake> made(const World &world, const std::vector<Event> &events)
+{
+    std::vector<Earthquake> earthquakes;
+    for (const Event &event : events)
+        earthquakes.emplace_back(QStringLiteral("es2025%1").arg(earthquakes.size()),
+                                 moved(world.clock.now(), -event.secondsAgo), event.latitude, event.longitude,
+                                 event.depth, event.magnitude, QStringLiteral("mbLg"), std::nullopt,
+                                 QString::fromUtf8(event.location));
+    return earthquakes;
+}
+}
+
+class StatsViewModelTest : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void activityCountsReachBackToTheCutOffItself_data()
+    {
+        QTest::addColumn<double>("secondsAgo");
+        QTest::addColumn<QString>("counts");
+        QTest::newRow("from the future") << -3600.0 << "1 1 1 1";
+        QTest::newRow("now") << 0.0 << "1 1 1 1";
+        QTest::newRow("an hour") << 3600.0 << "1 1 1 1";
+        QTest::newRow("over an hour") << 3600.001 << "0 1 1 1";
+        QTest::newRow("a day") << 86400.0 << "0 1 1 1";
+        QTest::newRow("over a day") << 86400.001 << "0 0 1 1";
+        QTest::newRow("a week") << 604800.0 << "0 0 1 1";
+        QTest::newRow("over a week") << 604800.001 << "0 0 0 1";
+        QTest::newRow("thirty days") << 2592000.0 << "0 0 0 1";
+        QTest::newRow("over thirty days") << 2592000.001 << "0 0 0 0";
+    }
+
+    void activityCountsReachBackToTheCutOffItself()
+    {
+        QFETCH(double, secondsAgo);
+        World world;
+        StatsViewModel model;
+        model.update(made(world, {{.secondsAgo = secondsAgo}}));
+        QTEST(QStringLiteral("%1 %2 %3 %4")
+                  .arg(model.countLastHour())
+                  .arg(model.countLast24h())
+                  .arg(model.countLast7d())
+                  .arg(model.countLast30d()),
+              "counts");
+        QCOMPARE(model.peakLast24h().has_value(), model.countLast24h() == 1);
+        QCOMPARE(model.peakLast7d().has_value(), model.countLast7d() == 1);
+        // What is older than any window still tells of zones, sizes and depths.
+        QCOMPARE(model.magnitudeStats().size(), 5U);
+        QCOMPARE(model.topClusters().size(), 1U);
+        QCOMPARE(model.depthStat()->total, 1);
+    }
+
+    void peakOfEqualsIsTheNewest()
+    {
+        World world;
+        StatsViewModel model;
+        const auto events = made(world,
+                                 {{.secondsAgo = 10, .magnitude = 2.0},
+                                  {.secondsAgo = 20, .magnitude = 3.1},
+                                  {.secondsAgo = 30, .magnitude = 3.1},
+                                  {.secondsAgo = 90000, .magnitude = 3.2},
+                                  {.secondsAgo = 700000, .magnitude = 5.0}});
+        model.update(events);
+        QVERIFY(model.peakLast24h()->earthquake == events[1]);
+        QVERIFY(model.peakLast7d()->earthquake == events[3]);
+    }
+
+    void barsAreMeasuredByTheFullestCategory()
+    {
+        World world;
+        StatsViewModel model;
+        std::vector<Event> events(10, {.magnitude = 1.9});
+        events.insert(events.end(), 5, {.magnitude = 2.0});
+        model.update(made(world, events));
+        const std::vector<MagnitudeStat> expected{{MagnitudeCategory::micro, 10, 1.0},
+                                                  {MagnitudeCategory::low, 5, 0.5},
+                                                  {MagnitudeCategory::moderate, 0, 0.0},
+                                                  {MagnitudeCategory::strong, 0, 0.0},
+                                                  {MagnitudeCategory::major, 0, 0.0}};
+        QVERIFY(model.magnitudeStats() == expected);
+    }
+
+    void coordinatesSnapToHalfDegrees_data()
+    {
+        QTest::addColumn<double>("latitude");
+        QTest::addColumn<double>("longitude");
+        QTest::addColumn<QString>("id");
+        QTest::newRow("below a half") << 28.24 << -16.24 << "28.0,-16.0";
+        QTest::newRow("halves leave zero") << 28.25 << -16.25 << "28.5,-16.5";
+        QTest::newRow("above a half") << 28.26 << -16.26 << "28.5,-16.5";
+        QTest::newRow("three quarters") << 27.75 << -16.75 << "28.0,-17.0";
+        QTest::newRow("other sides") << -27.75 << 16.25 << "-28.0,16.5";
+        QTest::newRow("on the grid") << 28.5 << -18.0 << "28.5,-18.0";
+    }
+
+    void coordinatesSnapToHalfDegrees()
+    {
+        QFETCH(double, latitude);
+        QFETCH(double, longitude);
+        World world;
+        StatsViewModel model;
+        model.update(made(world, {{.latitude = latitude, .longitude = longitude}}));
+        QTEST(model.topClusters().front().id, "id");
+    }
+
+    void zonesStandByCountThenId()
+    {
+        World world;
+        StatsViewModel model;
+        std::vector<Event> events;
+        for (const double latitude : {30.0, 29.0, 28.5, 28.0, 27.5, 27.0, 29.0})
+            events.push_back({.latitude = latitude});
+        model.update(made(world, events));
+        QStringList ids;
+        for (const ClusterStat &zone : model.topClusters())
+            ids << QStringLiteral("%1 %2").arg(zone.id).arg(zone.count);
+        const QStringList expected{QStringLiteral("29.0,-16.5 2"), QStringLiteral("27.0,-16.5 1"),
+                                   QStringLiteral("27.5,-16.5 1"), QStringLiteral("28.0,-16.5 1"),
+                                   QStringLiteral("28.5,-16.5 1")};
+        QCOMPARE(ids, expected);
+    }
+
+    void zoneTellsItsMeanAndItsCommonestName_data()
+    {
+        QTest::addColumn<QStringList>("names");
+        QTest::addColumn<QString>("shown");
+        QTest::newRow("most frequent") << QStringLiteral("A|B|B").split(u'|') << "B";
+        QTest::newRow("tie") << QStringLiteral("B|A|B|A").split(u'|') << "A";
+        QTest::newRow("as written") << QStringLiteral(" a | a |A").split(u'|') << " a ";
+        QTest::newRow("without a name") << QStringLiteral("||A").split(u'|') << "";
+    }
+
+    void zoneTellsItsMeanAndItsCommonestName()
+    {
+        QFETCH(QStringList, names);
+        World world;
+        StatsViewModel model;
+        std::vector<Earthquake> events;
+        for (const QString &name : names)
+            events.emplace_back(QString::number(events.size()), world.clock.now(), 27.9, -16.6, 5.0,
+                                double(events.size()), QStringLiteral("Mw"), std::nullopt, name);
+        model.update(events);
+        const ClusterStat zone = model.topClusters().front();
+        QTEST(zone.displayName, "shown");
+        QCOMPARE(zone.count, names.size());
+        QCOMPARE(zone.averageMagnitude, double(names.size() - 1) / 2);
+        QCOMPARE(zone.latKey, 28.0);
+        QCOMPARE(zone.lonKey, -16.5);
+    }
+
+    void depthBandsIncludeBothBoundsInTheMiddle()
+    {
+        World world;
+        StatsViewModel model;
+        std::vector<Event> events;
+        for (const double depth : {-1.0, 0.0, 29.999, 30.0, 70.0, 70.001})
+            events.push_back({.depth = depth});
+        model.update(made(world, events));
+        const DepthStat depth = *model.depthStat();
+        QCOMPARE(depth.shallowCount, 3);
+        QCOMPARE(depth.intermediateCount, 2);
+        QCOMPARE(depth.deepCount, 1);
+        QCOMPARE(depth.averageDepth, (-1.0 + 0.0 + 29.999 + 30.0 + 70.0 + 70.001) / 6);
+        QCOMPARE(depth.shallowFraction(), 0.5);
+        QCOMPARE(depth.deepFraction(), 1.0 / 6);
+        QCOMPARE(DepthStat().intermediateFraction(), 0.0);
+    }
+
+    void emptyListClearsEveryFigureAndTellsOfEach()
+    {
+        World world;
+        StatsViewModel model;
+        model.update(made(world, {{}}));
+        QSignalSpy counts(&model, &StatsViewModel::countLastHourChanged);
+        QSignalSpy zones(&model, &StatsViewModel::topClustersChanged);
+        QSignalSpy depth(&model, &StatsViewModel::depthStatChanged);
+        model.update({});
+        QCOMPARE(model.countLastHour() + model.countLast24h() + model.countLast7d() + model.countLast30d(), 0);
+        QVERIFY(!model.peakLast24h() && !model.peakLast7d() && !model.depthStat());
+        QVERIFY(model.magnitudeStats().empty() && model.topClusters().empty());
+        QCOMPARE(counts.count() + zones.count() + depth.count(), 3);
+    }
+};
+
+QTEST_GUILESS_MAIN(StatsViewModelTest)
+#include "StatsViewModelTest.moc"

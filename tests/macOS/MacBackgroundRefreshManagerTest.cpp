@@ -1,0 +1,132 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "macOS/MacBackgroundRefreshManager.h"
+#include "Core/Notifications/NotificationSettings.h"
+#include "Core/Persistence/ModelContext.h"
+#include "Core/Persistence/PersistenceController.h"
+#include "PageGenerator.h"
+#include "Platform/BackgroundActivity/ClockActivityScheduler.h"
+#include "Support/World.h"
+
+#include <QTest>
+
+using namespace std::chrono_literals;
+
+class MacBackgroundRefreshManagerTest : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void settingsDecideTheInterval_data()
+    {
+        QTest::addColumn<QString>("choice");
+        QTest::addColumn<double>("interval");
+        QTest::addColumn<double>("tolerance");
+        QTest::newRow("five minutes") << "5min" << 300.0 << 30.0;
+        QTest::newRow("ten minutes") << "10min" << 600.0 << 60.0;
+        QTest::newRow("thirty minutes") << "30min" << 1800.0 << 180.0;
+        QTest::newRow("an hour") << "60min" << 3600.0 << 360.0;
+    }
+
+    void settingsDecideTheInterval()
+    {
+        QFETCH(QString, choice);
+        World world;
+        NotificationSettings::shared().setRefreshInterval(*RefreshInterval::fromRawValue(choice));
+        MacBackgroundRefreshManager::applySettings();
+        const FakeBackgroundActivityScheduler &scheduler = *world.schedulers.back();
+        QCOMPARE(scheduler.repeats, true);
+        QTEST(scheduler.interval, "interval");
+        QTEST(scheduler.tolerance, "tolerance");
+        QVERIFY(scheduler.quality == BackgroundActivityScheduler::QualityOfService::utility);
+        QVERIFY(scheduler.block);
+    }
+
+    void atMostOneActivityIsInForce()
+    {
+        World world;
+        int ended = 0;
+        world.onInvalidate = [&ended] { ++ended; };
+        MacBackgroundRefreshManager::cancel();
+        QCOMPARE(ended, 0);
+        MacBackgroundRefreshManager::scheduleRefresh(300);
+        MacBackgroundRefreshManager::scheduleRefresh(600);
+        QCOMPARE(ended, 1);
+        NotificationSettings::shared().setRefreshInterval(RefreshInterval::disabled);
+        MacBackgroundRefreshManager::applySettings();
+        QCOMPARE(ended, 2);
+        MacBackgroundRefreshManager::cancel();
+        QCOMPARE(ended, 2);
+        QCOMPARE(world.schedulers.size(), 2U);
+    }
+
+    void runIsReportedBeforeItsFirstByteAndStoresWhatItFinds()
+    {
+        World world;
+        PageGenerator generator(7);
+        world.urlSession.enqueue(PageGenerator::page(generator.ordinary(12, world.clock.now())));
+        ModelContext &screens = PersistenceController::shared().container().mainContext();
+        MacBackgroundRefreshManager::scheduleRefresh(300);
+        int reports = 0;
+        world.schedulers.back()->block([&](BackgroundActivityScheduler::Result result) {
+            QVERIFY(result == BackgroundActivityScheduler::Result::finished);
+            QVERIFY(world.urlSession.requests.empty());
+            ++reports;
+        });
+        QCOMPARE(reports, 1);
+        world.settle();
+        QCOMPARE(world.urlSession.requests.size(), 1U);
+        QCOMPARE(screens.fetchCount({}), 12);
+    }
+
+    void endInTheMiddleOfARunIsHarmless()
+    {
+        World world;
+        world.urlSession.holdsAnswers = true;
+        MacBackgroundRefreshManager::scheduleRefresh(300);
+        world.schedulers.back()->block([](BackgroundActivityScheduler::Result) {});
+        world.settle();
+        QCOMPARE(world.urlSession.requests.size(), 1U);
+    }
+
+    void clockBringsARunAtEachInterval()
+    {
+        World world;
+        int runs = 0;
+        ClockActivityScheduler scheduler(world.clock);
+        scheduler.setRepeats(true);
+        scheduler.setInterval(300);
+        scheduler.scheduleWithBlock([&](const auto &completed) {
+            ++runs;
+            completed(BackgroundActivityScheduler::Result::finished);
+        });
+        world.clock.advance(299s);
+        QCOMPARE(runs, 0);
+        world.clock.advance(1s);
+        QCOMPARE(runs, 1);
+        world.clock.advance(900s);
+        QCOMPARE(runs, 4);
+        scheduler.invalidate();
+        world.clock.advance(3600s);
+        QCOMPARE(runs, 4);
+        QCOMPARE(world.clock.sleeping(), 0);
+    }
+
+    void blockMayEndItsOwnActivity()
+    {
+        World world;
+        auto scheduler = std::make_unique<ClockActivityScheduler>(world.clock);
+        int runs = 0;
+        scheduler->setRepeats(true);
+        scheduler->setInterval(60);
+        scheduler->scheduleWithBlock([&](const auto &completed) {
+            ++runs;
+            scheduler.reset();
+            completed(BackgroundActivityScheduler::Result::finished);
+        });
+        world.clock.advance(600s);
+        QCOMPARE(runs, 1);
+    }
+};
+
+QTEST_GUILESS_MAIN(MacBackgroundRefreshManagerTest)
+#include "MacBackgroundRefreshManagerTest.moc"

@@ -1,0 +1,275 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "Platform/Location/DesktopLocationService.h"
+#include "Support/FakePlatform.h"
+#include "Support/PrivateBus.h"
+
+#include <QDBusConnectionInterface>
+#include <QDBusVirtualObject>
+#include <QRegularExpression>
+#include <QSignalSpy>
+#include <QStandardPaths>
+#include <QTest>
+
+using Status = LocationAuthorizationStatus;
+
+namespace {
+const QString service = QStringLiteral("org.freedesktop.GeoClue2");
+
+/// The stand-in of the position service in a process of its own.
+class StandIn
+{
+public:
+    explicit StandIn(PrivateBus &bus, const QStringList &arguments = {})
+    {
+        bus.startPython(m_process, QStringList{QStringLiteral(GEOCLUE_STANDIN)} + arguments);
+        const QDBusConnection observer = bus.connection(QStringLiteral("observer"));
+        QTRY_VERIFY_WITH_TIMEOUT(observer.interface()->isServiceRegistered(service), 10000);
+    }
+
+    ~StandIn()
+    {
+        m_process.closeWriteChannel();
+        m_process.waitForFinished();
+    }
+
+    void move(const char *position) { m_process.write(position + QByteArray("\n")); }
+
+    /// Whether a line has been printed by now.
+    bool hasPrinted(const char *line)
+    {
+        m_printed += m_process.readAllStandardOutput();
+        return m_printed.contains(line + QByteArray("\n"));
+    }
+
+    QByteArray printed() const { return m_printed; }
+
+private:
+    QProcess m_process;
+    QByteArray m_printed;
+};
+
+/// A service that never answers.
+class HungService : public QDBusVirtualObject
+{
+public:
+    explicit HungService(PrivateBus &bus)
+        : m_bus(bus.connection(QStringLiteral("hung")))
+    {
+        m_bus.registerVirtualObject(QStringLiteral("/org/freedesktop/GeoClue2/Manager"), this);
+        m_bus.registerService(service);
+    }
+
+    ~HungService() override { PrivateBus::disconnect(QStringLiteral("hung")); }
+
+    QString introspect(const QString &) const override { return {}; }
+
+    bool handleMessage(const QDBusMessage &, const QDBusConnection &) override
+    {
+        ++calls;
+        return true;
+    }
+
+    int calls = 0;
+
+private:
+    QDBusConnection m_bus;
+};
+
+/// The adapter on the test's system bus, and what it has told.
+struct Scene
+{
+    explicit Scene(Permissions::Answer answer = Permissions::Answer::authorized)
+    {
+        permissions.answers.insert(Permissions::Subject::location, answer);
+        location.setDistanceFilter(500.0);
+        QObject::connect(&location, &LocationService::locationsUpdated, &location,
+                         [this](const std::vector<Coordinate> &positions) {
+                             for (const Coordinate &each : positions)
+                                 told.append(QStringLiteral("%1 %2").arg(each.latitude).arg(each.longitude));
+                         });
+    }
+
+    FakePermissions permissions;
+    DesktopLocationService location{permissions, QDBusConnection::systemBus(), QStringLiteral("orvalia")};
+    QStringList told;
+};
+}
+
+class DesktopLocationServiceTest : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void initTestCase()
+    {
+        // The plugin of Qt Positioning speaks to whatever this names, for the whole process.
+        qputenv("DBUS_SYSTEM_BUS_ADDRESS", m_bus.address().toUtf8());
+        // With this set, Qt Positioning leaves out the plugin that is tested here.
+        qunsetenv("QT_QTESTLIB_RUNNING");
+        QStandardPaths::setTestModeEnabled(true);
+    }
+
+    void positionArrives()
+    {
+        StandIn standIn(m_bus);
+        standIn.move("28.1 -15.4");
+        Scene scene;
+        scene.location.startUpdatingLocation();
+        scene.location.startUpdatingLocation();
+        QTRY_COMPARE(scene.told, QStringList{QStringLiteral("28.1 -15.4")});
+        QVERIFY(standIn.hasPrinted("DesktopId orvalia"));
+        QVERIFY2(standIn.hasPrinted("RequestedAccuracyLevel 6"), "street level: no satellites");
+        QCOMPARE(standIn.printed().count("Start"), 1);
+    }
+
+    void smallMovementsAreFilteredOut()
+    {
+        StandIn standIn(m_bus);
+        standIn.move("28 -15");
+        Scene scene;
+        scene.location.startUpdatingLocation();
+        QTRY_COMPARE(scene.told.size(), 1);
+        standIn.move("28.003 -15"); // 333 m
+        standIn.move("28.0046 -15"); // 511 m from the first, 178 m from the second
+        QTRY_COMPARE(scene.told, (QStringList{QStringLiteral("28 -15"), QStringLiteral("28.0046 -15")}));
+    }
+
+    void deniedAnswerWithholdsPositions()
+    {
+        StandIn standIn(m_bus);
+        standIn.move("28 -15");
+        Scene scene;
+        scene.location.startUpdatingLocation();
+        QTRY_COMPARE(scene.told.size(), 1);
+        scene.permissions.setAnswer(Permissions::Subject::location, Permissions::Answer::denied);
+        standIn.move("29 -15");
+        QTRY_VERIFY(standIn.hasPrinted("Stop"));
+        QVERIFY(!scene.told.contains(QStringLiteral("29 -15")));
+        scene.permissions.setAnswer(Permissions::Subject::location, Permissions::Answer::authorized);
+        scene.location.startUpdatingLocation();
+        standIn.move("30 -15");
+        QTRY_VERIFY(scene.told.contains(QStringLiteral("30 -15")));
+        QVERIFY(standIn.hasPrinted("Start"));
+        QCOMPARE(standIn.printed().count("Start"), 2);
+    }
+
+    void refusedAccessIsDeniedForThisRun()
+    {
+        StandIn standIn(m_bus, {QStringLiteral("deny")});
+        standIn.move("28 -15");
+        Scene scene;
+        QSignalSpy changed(&scene.location, &LocationService::authorizationChanged);
+        QVERIFY(changed.wait());
+        QTest::ignoreMessage(QtCriticalMsg, QRegularExpression(QStringLiteral("Unable to start the client")));
+        scene.location.startUpdatingLocation();
+        QTRY_COMPARE(changed.count(), 2);
+        QVERIFY(scene.location.authorizationStatus() == Status::denied);
+        QVERIFY2(scene.permissions.answer(Permissions::Subject::location) == Permissions::Answer::authorized,
+                 "the user's own answer stands");
+        scene.permissions.setAnswer(Permissions::Subject::location, Permissions::Answer::authorized);
+        QVERIFY(scene.location.authorizationStatus() == Status::denied);
+        QVERIFY(scene.told.isEmpty());
+    }
+
+    void withoutServiceTheAnswerStandsAndNoPositionComes()
+    {
+        Scene scene;
+        QSignalSpy changed(&scene.location, &LocationService::authorizationChanged);
+        scene.location.startUpdatingLocation();
+        QVERIFY(changed.wait());
+        // A service that comes later is found by the next start: the first has ended, then, without a position.
+        StandIn standIn(m_bus);
+        standIn.move("28 -15");
+        QVERIFY(scene.location.authorizationStatus() == Status::authorizedAlways);
+        QVERIFY(scene.told.isEmpty());
+        scene.location.startUpdatingLocation();
+        QTRY_COMPARE(scene.told.size(), 1);
+        QCOMPARE(changed.count(), 1);
+    }
+
+    void hungServiceHoldsNobodyUp()
+    {
+        HungService hung(m_bus);
+        Scene scene;
+        scene.location.startUpdatingLocation();
+        QTRY_COMPARE(hung.calls, 1);
+        scene.location.startUpdatingLocation();
+        QVERIFY(scene.location.authorizationStatus() == Status::authorizedAlways);
+    }
+
+    void withoutBusNoPositionComes()
+    {
+        FakePermissions permissions;
+        DesktopLocationService location(permissions, QDBusConnection(QStringLiteral("no such bus")),
+                                        QStringLiteral("orvalia"));
+        QSignalSpy changed(&location, &LocationService::authorizationChanged);
+        location.startUpdatingLocation();
+        QVERIFY(changed.wait());
+        QVERIFY(location.authorizationStatus() == Status::notDetermined);
+    }
+
+    void otherPermissionsSayNothing()
+    {
+        Scene scene(Permissions::Answer::notDetermined);
+        QSignalSpy changed(&scene.location, &LocationService::authorizationChanged);
+        QVERIFY(changed.wait());
+        scene.permissions.setAnswer(Permissions::Subject::notifications, Permissions::Answer::denied);
+        scene.permissions.setAnswer(Permissions::Subject::location, Permissions::Answer::authorized);
+        QVERIFY(changed.wait());
+        QCOMPARE(changed.count(), 2);
+    }
+
+    /// What the program relies on, of the fake and of the desktop's service alike.
+    void contract_data()
+    {
+        QTest::addColumn<bool>("isFake");
+        QTest::addColumn<Permissions::Answer>("answer");
+        QTest::addColumn<int>("status");
+        for (const bool isFake : {true, false}) {
+            const char *const whose = isFake ? "fake" : "desktop";
+            QTest::addRow("%s, refused", whose) << isFake << Permissions::Answer::denied << int(Status::denied);
+            QTest::addRow("%s, granted", whose)
+                << isFake << Permissions::Answer::authorized << int(Status::authorizedAlways);
+        }
+    }
+
+    void contract()
+    {
+        QFETCH(bool, isFake);
+        QFETCH(Permissions::Answer, answer);
+        QFETCH(int, status);
+        FakePermissions permissions;
+        FakeLocationService fake;
+        DesktopLocationService desktop(permissions, QDBusConnection::systemBus(), QStringLiteral("orvalia"));
+        LocationService &location = isFake ? static_cast<LocationService &>(fake) : desktop;
+        QSignalSpy changed(&location, &LocationService::authorizationChanged);
+        QVERIFY(location.authorizationStatus() == Status::notDetermined);
+        QCOMPARE(changed.count(), 0);
+        QVERIFY2(changed.wait(), "told once after construction");
+
+        location.requestAlwaysAuthorization();
+        if (isFake)
+            fake.change(Status(status));
+        else
+            permissions.setAnswer(Permissions::Subject::location, answer);
+        QVERIFY2(changed.count() == 1, "told inside a call");
+        QVERIFY(changed.wait());
+        QCOMPARE(int(location.authorizationStatus()), status);
+        location.startUpdatingLocation();
+        location.startUpdatingLocation();
+        QCOMPARE(changed.count(), 2);
+    }
+
+    void asksTheUserThroughThePermissions()
+    {
+        Scene scene(Permissions::Answer::notDetermined);
+        scene.location.requestAlwaysAuthorization();
+        QVERIFY(scene.permissions.isPending(Permissions::Subject::location));
+    }
+
+private:
+    PrivateBus m_bus;
+};
+
+QTEST_GUILESS_MAIN(DesktopLocationServiceTest)
+#include "DesktopLocationServiceTest.moc"

@@ -1,0 +1,90 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "Platform/Workspace/DesktopWorkspace.h"
+
+#include <QDesktopServices>
+#include <QFile>
+#include <QSignalSpy>
+#include <QTemporaryDir>
+#include <QTest>
+
+class DesktopWorkspaceTest : public QObject
+{
+    Q_OBJECT
+
+public:
+    /// Stands for the desktop's program.
+    Q_INVOKABLE void take(const QUrl &url) { m_taken.append(url); }
+
+private Q_SLOTS:
+    void addressGoesToTheDesktop()
+    {
+        const QString scheme = QStringLiteral("x-orvalia-test");
+        const QUrl url(scheme + QStringLiteral(":settings"));
+        QDesktopServices::setUrlHandler(scheme, this, "take");
+        DesktopWorkspace workspace;
+        QSignalSpy permissions(&workspace, &DesktopWorkspace::permissionsRequested);
+        QVERIFY(workspace.open(url));
+        QDesktopServices::unsetUrlHandler(scheme);
+        QCOMPARE(m_taken, QList<QUrl>{url});
+        QCOMPARE(permissions.count(), 0);
+    }
+
+    void permissionsWindowNeedsAnOwner()
+    {
+        DesktopWorkspace workspace;
+        QVERIFY(!workspace.open(Workspace::permissionsUrl()));
+        QSignalSpy permissions(&workspace, &DesktopWorkspace::permissionsRequested);
+        QVERIFY(workspace.open(Workspace::permissionsUrl()));
+        QCOMPARE(permissions.count(), 1);
+    }
+
+    void notificationSettingsAreThoseOfTheDesktopInUse_data()
+    {
+        QTest::addColumn<QByteArray>("desktop");
+        QTest::addColumn<QString>("program");
+        QTest::addColumn<QString>("arguments");
+        const auto row = [](const char *desktop, const char *program, const char *arguments) {
+            QTest::addRow("%s with %s", desktop, program)
+                << QByteArray(desktop) << QString::fromLatin1(program) << QString::fromLatin1(arguments);
+        };
+        row("ubuntu:GNOME", "gnome-control-center", "notifications");
+        row("KDE", "systemsettings", "kcm_notifications");
+        row("xfce", "xfce4-notifyd-config", "");
+        row("KDE", "gnome-control-center", "none");
+        row("", "gnome-control-center", "none");
+    }
+
+    void notificationSettingsAreThoseOfTheDesktopInUse()
+    {
+        QFETCH(QByteArray, desktop);
+        QFETCH(QString, program);
+        QFETCH(QString, arguments);
+        const QByteArray path = qgetenv("PATH");
+        QTemporaryDir folder;
+        QFile script(folder.filePath(program));
+        QVERIFY(script.open(QIODevice::WriteOnly));
+        script.write("#!/bin/sh\necho -n $* > \"$0.started\"\n");
+        script.setPermissions(QFile::ReadOwner | QFile::ExeOwner);
+        script.close();
+        qputenv("PATH", folder.path().toUtf8());
+        qputenv("XDG_CURRENT_DESKTOP", desktop);
+        DesktopWorkspace workspace;
+        const bool has = workspace.hasNotificationSettings();
+        const bool opened = workspace.openNotificationSettings();
+        qputenv("PATH", path);
+        qunsetenv("XDG_CURRENT_DESKTOP");
+        QCOMPARE(has, arguments != QLatin1String("none"));
+        QCOMPARE(opened, has);
+        const auto started = [&] {
+            QFile said(script.fileName() + QStringLiteral(".started"));
+            return said.open(QIODevice::ReadOnly) ? QString::fromUtf8(said.readAll()) : QStringLiteral("none");
+        };
+        QTRY_COMPARE(started(), arguments);
+    }
+
+private:
+    QList<QUrl> m_taken;
+};
+
+QTEST_MAIN(DesktopWorkspaceTest)
+#include "DesktopWorkspaceTest.moc"

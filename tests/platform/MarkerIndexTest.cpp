@@ -1,0 +1,153 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "Platform/Map/MarkerIndex.h"
+
+#include <QLineF>
+#include <QRandomGenerator>
+#include <QTest>
+
+#include <cmath>
+#include <limits>
+
+namespace {
+using Direction = MarkerIndex::Direction;
+
+/// The definition, event by event: hidden while a more important one is in the same cell.
+int levelByComparison(const std::vector<QPointF> &positions, size_t mark)
+{
+    const auto cell = [](double degrees, int level) { return std::floor((degrees + 256) / std::ldexp(512, -level)); };
+    for (int level = 0; level <= MarkerIndex::deepestShown; ++level) {
+        bool isAlone = true;
+        for (size_t other = 0; other < mark; ++other)
+            isAlone = isAlone
+                && (cell(positions[other].x(), level) != cell(positions[mark].x(), level)
+                    || cell(positions[other].y(), level) != cell(positions[mark].y(), level));
+        if (isAlone)
+            return level;
+    }
+    return MarkerIndex::deepestShown + 1;
+}
+
+std::vector<QPointF> randomPositions(int count)
+{
+    QRandomGenerator random(7);
+    std::vector<QPointF> positions;
+    for (int i = 0; i < count; ++i)
+        positions.push_back({-18 + random.bounded(4.0), -32 + random.bounded(3.0)});
+    return positions;
+}
+}
+
+class MarkerIndexTest : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void marksShowFromTheLevelWhereTheyAreAlone()
+    {
+        std::vector<QPointF> positions = randomPositions(300);
+        positions.push_back(positions[3]);
+        const MarkerIndex index(positions);
+        for (size_t mark = 0; mark < positions.size(); ++mark)
+            QCOMPARE(index.levels()[mark], levelByComparison(positions, mark));
+        QCOMPARE(index.levels().front(), 0);
+        QCOMPARE(index.levels().back(), MarkerIndex::deepestShown + 1);
+    }
+
+    /// 512 degrees halved 12 times are an eighth of a degree: 10 pixels at a scale of 80.
+    void cellsMeasureEightToSixteenPixels_data()
+    {
+        QTest::addColumn<double>("scale");
+        QTest::addColumn<int>("level");
+        QTest::newRow("archipelago") << 80.0 << 12;
+        QTest::newRow("at sixteen pixels") << 128.0 << 12;
+        QTest::newRow("a bit closer") << 128.1 << 13;
+        QTest::newRow("closest") << 55000.0 << 21;
+    }
+
+    void cellsMeasureEightToSixteenPixels()
+    {
+        QFETCH(double, scale);
+        QTEST(MarkerIndex::levelOf(scale), "level");
+    }
+
+    void theMostImportantUnderThePointIsTaken_data()
+    {
+        QTest::addColumn<QPointF>("point");
+        QTest::addColumn<int>("mark");
+        QTest::newRow("the middle of one") << QPointF(-16, -30) << 0;
+        QTest::newRow("where two overlap") << QPointF(-15.9, -30) << 0;
+        QTest::newRow("on the edge") << QPointF(-16.1399, -30) << 0;
+        QTest::newRow("just beyond the edge") << QPointF(-16.1401, -30) << -1;
+        QTest::newRow("the lower one's free side") << QPointF(-15.7, -30) << 1;
+        QTest::newRow("in the corner of the square") << QPointF(-16.12, -30.12) << -1;
+    }
+
+    void theMostImportantUnderThePointIsTaken()
+    {
+        QFETCH(QPointF, point);
+        const MarkerIndex index({{-16, -30}, {-15.8, -30}, {-10, -10}});
+        QTEST(int(index.topmostAt(point, 0.14).value_or(-1)), "mark");
+    }
+
+    void searchesAgreeWithLookingAtAll()
+    {
+        const std::vector<QPointF> positions = randomPositions(400);
+        const MarkerIndex index(positions);
+        QRandomGenerator random(11);
+        for (int i = 0; i < 200; ++i) {
+            const QPointF point(-18 + random.bounded(4.0), -32 + random.bounded(3.0));
+            const double radius = random.bounded(0.5);
+            qsizetype topmost = -1;
+            qsizetype nearest = -1;
+            for (size_t mark = positions.size(); mark-- > 0;) {
+                const auto distance = [&](qsizetype m) { return QLineF(positions[size_t(m)], point).length(); };
+                if (distance(qsizetype(mark)) <= radius)
+                    topmost = qsizetype(mark);
+                if (nearest < 0 || distance(qsizetype(mark)) <= distance(nearest))
+                    nearest = qsizetype(mark);
+            }
+            QCOMPARE(index.topmostAt(point, radius).value_or(-1), topmost);
+            QCOMPARE(index.nearestTo(point).value_or(-1), nearest);
+        }
+    }
+
+    /// 0 in the middle, 1 and 2 to the right at one place, 3 further right, 4 steeply above.
+    void theWalkGoesByNearness_data()
+    {
+        QTest::addColumn<int>("from");
+        QTest::addColumn<Direction>("direction");
+        QTest::addColumn<int>("to");
+        QTest::newRow("right, into a pile") << 0 << Direction::right << 1;
+        QTest::newRow("through the pile") << 1 << Direction::right << 2;
+        QTest::newRow("out of the pile") << 2 << Direction::right << 3;
+        QTest::newRow("back into it") << 3 << Direction::left << 2;
+        QTest::newRow("back through it") << 2 << Direction::left << 1;
+        QTest::newRow("and out") << 1 << Direction::left << 0;
+        QTest::newRow("up") << 0 << Direction::up << 4;
+        QTest::newRow("down again") << 4 << Direction::down << 0;
+        QTest::newRow("nothing there") << 0 << Direction::left << -1;
+    }
+
+    void theWalkGoesByNearness()
+    {
+        QFETCH(int, from);
+        QFETCH(Direction, direction);
+        const MarkerIndex index({{0, 0}, {1, 0.2}, {1, 0.2}, {5, 0}, {0.5, -3}});
+        QTEST(int(index.nearest(from, direction).value_or(-1)), "to");
+    }
+
+    void whatIsNoPlaceIsInNoAnswer()
+    {
+        const double nan = std::numeric_limits<double>::quiet_NaN();
+        const MarkerIndex index({{nan, 0}, {0, std::numeric_limits<double>::infinity()}, {1, 1}});
+        QCOMPARE(index.topmostAt({0, 0}, 1000).value_or(-1), qsizetype(2));
+        QCOMPARE(index.nearestTo({0, 0}).value_or(-1), qsizetype(2));
+        QVERIFY(index.levels()[0] > MarkerIndex::deepestShown);
+        QVERIFY(!MarkerIndex().nearestTo({0, 0}));
+    }
+};
+
+Q_DECLARE_METATYPE(MarkerIndex::Direction)
+
+QTEST_GUILESS_MAIN(MarkerIndexTest)
+#include "MarkerIndexTest.moc"

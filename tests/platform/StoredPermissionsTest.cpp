@@ -1,0 +1,118 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "Platform/Permissions/StoredPermissions.h"
+#include "Support/FakePlatform.h"
+
+#include <QFile>
+#include <QSignalSpy>
+#include <QTemporaryDir>
+#include <QTest>
+
+using Subject = Permissions::Subject;
+using Answer = Permissions::Answer;
+
+class StoredPermissionsTest : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    /// What the program relies on, of the fake and of the stored answers alike.
+    void contract_data()
+    {
+        QTest::addColumn<bool>("isFake");
+        QTest::addColumn<Answer>("given");
+        for (const bool isFake : {true, false}) {
+            QTest::addRow("%s, granted", isFake ? "fake" : "stored") << isFake << Answer::authorized;
+            QTest::addRow("%s, refused", isFake ? "fake" : "stored") << isFake << Answer::denied;
+        }
+    }
+
+    void contract()
+    {
+        QFETCH(bool, isFake);
+        QFETCH(Answer, given);
+        QTemporaryDir folder;
+        FakePermissions fake;
+        StoredPermissions stored(folder.filePath(QStringLiteral("new folder/permissions.ini")));
+        Permissions &permissions = isFake ? static_cast<Permissions &>(fake) : stored;
+        QSignalSpy asked(&permissions, &Permissions::questionPending);
+        QSignalSpy changed(&permissions, &Permissions::answerChanged);
+        QCOMPARE(permissions.answer(Subject::location), Answer::notDetermined);
+
+        const QFuture<Answer> first = permissions.request(Subject::location);
+        const QFuture<Answer> second = permissions.request(Subject::location);
+        QCOMPARE(asked, (QList<QVariantList>{{QVariant::fromValue(Subject::location)}}));
+        QVERIFY(!first.isFinished() && !second.isFinished());
+        QVERIFY(permissions.isPending(Subject::location) && !permissions.isPending(Subject::notifications));
+
+        permissions.setAnswer(Subject::location, given);
+        QCOMPARE(first.result(), given);
+        QCOMPARE(second.result(), given);
+        QVERIFY(!permissions.isPending(Subject::location));
+        QCOMPARE(changed, (QList<QVariantList>{{QVariant::fromValue(Subject::location)}}));
+        QCOMPARE(permissions.answer(Subject::location), given);
+        QCOMPARE(permissions.answer(Subject::notifications), Answer::notDetermined);
+
+        const QFuture<Answer> later = permissions.request(Subject::location);
+        QVERIFY2(later.isFinished() && asked.count() == 1, "asked again");
+        QCOMPARE(later.result(), given);
+    }
+
+    void answersSurviveARestart()
+    {
+        QTemporaryDir folder;
+        const QString path = folder.filePath(QStringLiteral("permissions.ini"));
+        StoredPermissions(path).setAnswer(Subject::notifications, Answer::denied);
+        {
+            StoredPermissions permissions(path);
+            permissions.setAnswer(Subject::location, Answer::authorized);
+            permissions.request(Subject::notifications);
+        }
+        const StoredPermissions permissions(path);
+        QCOMPARE(permissions.answer(Subject::notifications), Answer::denied);
+        QCOMPARE(permissions.answer(Subject::location), Answer::authorized);
+    }
+
+    void answerIsInTheFileWhenTheCallReturns()
+    {
+        QTemporaryDir folder;
+        StoredPermissions writer(folder.filePath(QStringLiteral("permissions.ini")));
+        writer.setAnswer(Subject::notifications, Answer::authorized);
+        const StoredPermissions reader(folder.filePath(QStringLiteral("permissions.ini")));
+        QCOMPARE(reader.answer(Subject::notifications), Answer::authorized);
+    }
+
+    void whatCannotBeReadIsNotDetermined_data()
+    {
+        QTest::addColumn<QByteArray>("content");
+        QTest::newRow("another word") << QByteArray("[General]\nlocation=always\n");
+        QTest::newRow("another case") << QByteArray("[General]\nlocation=Authorized\n");
+        QTest::newRow("a list") << QByteArray("[General]\nlocation=authorized, denied\n");
+        QTest::newRow("no settings") << QByteArray("\x7f"
+                                                   "ELF\0\0location",
+                                                   14);
+        QTest::newRow("empty") << QByteArray();
+    }
+
+    void whatCannotBeReadIsNotDetermined()
+    {
+        QFETCH(QByteArray, content);
+        QTemporaryDir folder;
+        QFile file(folder.filePath(QStringLiteral("permissions.ini")));
+        QVERIFY(file.open(QIODevice::WriteOnly) && file.write(content) == content.size());
+        file.close();
+        StoredPermissions permissions(file.fileName());
+        QCOMPARE(permissions.answer(Subject::location), Answer::notDetermined);
+        permissions.setAnswer(Subject::location, Answer::denied);
+        QCOMPARE(StoredPermissions(file.fileName()).answer(Subject::location), Answer::denied);
+    }
+
+    void failedWriteKeepsTheAnswerInMemory()
+    {
+        StoredPermissions permissions(QStringLiteral("/dev/null/permissions.ini"));
+        permissions.setAnswer(Subject::location, Answer::authorized);
+        QCOMPARE(permissions.answer(Subject::location), Answer::authorized);
+    }
+};
+
+QTEST_GUILESS_MAIN(StoredPermissionsTest)
+#include "StoredPermissionsTest.moc"

@@ -1,0 +1,226 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "Platform/UserDefaults/SettingsUserDefaults.h"
+#include "Support/FakeUserDefaults.h"
+#include "Support/TestInstant.h"
+
+#include <QFile>
+#include <QTemporaryDir>
+#include <QTest>
+
+#include <sys/resource.h>
+
+#include <csignal>
+#include <memory>
+
+namespace {
+const QString key = QStringLiteral("settings.value");
+
+/// While it lives no file can grow, as on a full disk.
+class FullDisk
+{
+public:
+    FullDisk()
+    {
+        m_handler = std::signal(SIGXFSZ, SIG_IGN);
+        getrlimit(RLIMIT_FSIZE, &m_limit);
+        const rlimit none{0, m_limit.rlim_max};
+        setrlimit(RLIMIT_FSIZE, &none);
+    }
+    ~FullDisk()
+    {
+        setrlimit(RLIMIT_FSIZE, &m_limit);
+        std::signal(SIGXFSZ, m_handler);
+    }
+    Q_DISABLE_COPY_MOVE(FullDisk)
+
+private:
+    rlimit m_limit{};
+    void (*m_handler)(int);
+};
+}
+
+class UserDefaultsContractTest : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init()
+    {
+        m_folder = std::make_unique<QTemporaryDir>();
+        m_path = m_folder->filePath(QStringLiteral("config/settings.ini"));
+    }
+
+    void valuesKeepTheirTypes_data()
+    {
+        QTest::addColumn<QVariant>("saved");
+        QTest::addColumn<QString>("reads");
+        const auto row = [](const char *name, const QVariant &saved, const char *reads) {
+            QTest::newRow(name) << saved << QString::fromUtf8(reads);
+        };
+        // What the four typed reads give: boolean, number, text, date.
+        row("unset", {}, "0|0|none|none");
+        row("true", true, "1|1|none|none");
+        row("false", false, "0|0|none|none");
+        row("number", 37.5, "1|37.5|none|none");
+        row("zero", 0.0, "0|0|none|none");
+        row("long number", 1.1 + 2.2, "1|3.3000000000000003|none|none");
+        row("text", QStringLiteral("10min"), "0|0|10min|none");
+        row("empty text", QStringLiteral(""), "0|0||none");
+        row("text like a number", QStringLiteral("37.5"), "0|37.5|37.5|none");
+        row("text like a boolean", QStringLiteral("false"), "0|0|false|none");
+        row("text like a true one", QStringLiteral("true"), "0|0|true|none");
+        row("text like a date", QStringLiteral("2025-01-01T00:00:00Z"), "0|0|2025-01-01T00:00:00Z|none");
+        row("text like a tag", QStringLiteral("bool:true"), "0|0|bool:true|none");
+        row("text of a list", QStringLiteral("a, b; \"c\" @d \\ %20"), "0|0|a, b; \"c\" @d \\ %20|none");
+        row("text of many lines", QStringLiteral("ñ\n\tb\r\n"), "0|0|ñ\n\tb\r\n|none");
+    }
+
+    void valuesKeepTheirTypes()
+    {
+        QFETCH(QVariant, saved);
+        QFETCH(QString, reads);
+        FakeUserDefaults fake;
+        SettingsUserDefaults real(m_path);
+        for (UserDefaults *defaults : std::initializer_list<UserDefaults *>{&fake, &real}) {
+            if (saved.isValid())
+                defaults->setObject(key, saved);
+            QCOMPARE(summary(*defaults), reads);
+        }
+        QCOMPARE(summary(SettingsUserDefaults(copied())), reads);
+        QCOMPARE(SettingsUserDefaults(copied()).object(key).isValid(), saved.isValid());
+    }
+
+    void datesKeepTheirMilliseconds_data()
+    {
+        QTest::addColumn<QString>("moment");
+        QTest::newRow("with milliseconds") << QStringLiteral("2025-06-01T12:34:56.789Z");
+        QTest::newRow("in the hour that occurs twice") << QStringLiteral("2025-10-26T01:30:00Z");
+        QTest::newRow("before the epoch") << QStringLiteral("1969-12-31T23:59:59.001Z");
+    }
+
+    void datesKeepTheirMilliseconds()
+    {
+        QFETCH(QString, moment);
+        FakeUserDefaults fake;
+        SettingsUserDefaults real(m_path);
+        for (UserDefaults *defaults : std::initializer_list<UserDefaults *>{&fake, &real}) {
+            defaults->setDate(key, instant(moment.toLatin1().constData()));
+            QCOMPARE(isoText(defaults->dateValue(key).value()), moment);
+        }
+        QCOMPARE(isoText(SettingsUserDefaults(copied()).dateValue(key).value()), moment);
+    }
+
+    void removedKeyIsUnset()
+    {
+        FakeUserDefaults fake;
+        SettingsUserDefaults real(m_path);
+        const QString other = QStringLiteral("settings.valueOfAnother");
+        for (UserDefaults *defaults : std::initializer_list<UserDefaults *>{&fake, &real}) {
+            defaults->setBool(key, true);
+            defaults->setBool(other, true);
+            defaults->removeObject(key);
+            QVERIFY(!defaults->object(key).isValid());
+            QVERIFY(defaults->boolValue(other));
+        }
+        const SettingsUserDefaults again(copied());
+        QVERIFY(!again.object(key).isValid());
+        QVERIFY(again.boolValue(other));
+    }
+
+    void failedWriteLosesNothing()
+    {
+        SettingsUserDefaults defaults(m_path);
+        defaults.setDouble(key, 1);
+        const QByteArray before = fileContents(m_path);
+        {
+            const FullDisk disk;
+            defaults.setDouble(key, 2);
+            QCOMPARE(defaults.doubleValue(key), 2.0);
+            QCOMPARE(fileContents(m_path), before);
+        }
+        defaults.setBool(QStringLiteral("settings.other"), true);
+        QVERIFY(fileContents(m_path).contains("number:2.0"));
+    }
+
+    void whatCannotBeReadCountsAsUnset_data()
+    {
+        QTest::addColumn<QByteArray>("file");
+        QTest::newRow("empty") << QByteArray();
+        QTest::newRow("no tag") << QByteArray("[General]\nsettings.value=true\n");
+        QTest::newRow("unknown tag") << QByteArray("[General]\nsettings.value=colour:red\n");
+        QTest::newRow("no boolean") << QByteArray("[General]\nsettings.value=bool:perhaps\n");
+        QTest::newRow("no number") << QByteArray("[General]\nsettings.value=number:many\n");
+        QTest::newRow("no date") << QByteArray("[General]\nsettings.value=date:2025-02-31T00:00:00Z\n");
+        QTest::newRow("a list") << QByteArray("[General]\nsettings.value=text:a, text:b\n");
+        QTest::newRow("binary") << QByteArray("[General]\nsettings.value=@Variant(\\0\\0\\0\\x85\\0)\n");
+        QTest::newRow("garbage") << QByteArray("\0\x01\xff]]\n[settings.value\n\xfe", 22);
+    }
+
+    void whatCannotBeReadCountsAsUnset()
+    {
+        QFETCH(QByteArray, file);
+        writeFile(file);
+        SettingsUserDefaults defaults(m_path);
+        QVERIFY(!defaults.object(key).isValid());
+        defaults.setBool(key, true);
+        QVERIFY(fileContents(m_path).contains("bool:true"));
+    }
+
+    void unreadableFileIsKeptBesideTheNewOne()
+    {
+        const QByteArray file = "[General]\nsettings.other=bool:true\nthis is no setting\n";
+        writeFile(file);
+        SettingsUserDefaults defaults(m_path);
+        defaults.setBool(key, true);
+        QVERIFY(SettingsUserDefaults(copied()).boolValue(QStringLiteral("settings.other")));
+        QCOMPARE(fileContents(m_path + QStringLiteral(".unreadable")), file);
+    }
+
+    void folderInThePlaceOfTheFileIsHarmless()
+    {
+        QVERIFY(QDir().mkpath(m_path));
+        SettingsUserDefaults defaults(m_path);
+        defaults.setBool(key, true);
+        QVERIFY(defaults.boolValue(key));
+    }
+
+private:
+    static QString summary(const UserDefaults &defaults)
+    {
+        const std::optional<Instant> date = defaults.dateValue(key);
+        return QStringLiteral("%1|%2|%3|%4")
+            .arg(defaults.boolValue(key))
+            .arg(defaults.doubleValue(key), 0, 'g', QLocale::FloatingPointShortest)
+            .arg(defaults.stringValue(key).value_or(QStringLiteral("none")),
+                 date ? isoText(*date) : QStringLiteral("none"));
+    }
+
+    /// The file under another name: two QSettings of one name share what they hold in memory.
+    QString copied() const
+    {
+        const QString copy = m_path + QStringLiteral(".copy");
+        QFile::remove(copy);
+        QFile::copy(m_path, copy);
+        return copy;
+    }
+
+    static QByteArray fileContents(const QString &path)
+    {
+        QFile file(path);
+        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("no file");
+    }
+
+    void writeFile(const QByteArray &contents)
+    {
+        QVERIFY(QDir().mkpath(m_folder->filePath(QStringLiteral("config"))));
+        QFile file(m_path);
+        QVERIFY(file.open(QIODevice::WriteOnly));
+        file.write(contents);
+    }
+
+    std::unique_ptr<QTemporaryDir> m_folder;
+    QString m_path;
+};
+
+QTEST_GUILESS_MAIN(UserDefaultsContractTest)
+#include "UserDefaultsContractTest.moc"

@@ -1,0 +1,210 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "Platform/Text/DateFormatter.h"
+#include "Support/World.h"
+#include "iOS/Shared/CalendarDays.h"
+#include "iOS/Shared/CalendarModel.h"
+
+#include <QAbstractItemModelTester>
+#include <QTest>
+
+using namespace std::chrono_literals;
+
+namespace {
+/// Noon in the islands, or close to it.
+Instant noonOf(int year, unsigned month, unsigned day)
+{
+    return std::chrono::sys_days{std::chrono::year{year} / std::chrono::month{month} / std::chrono::day{day}} + 12h;
+}
+
+QDateTime dateTimeOf(Instant instant)
+{
+    return QDateTime::fromMSecsSinceEpoch(instant.time_since_epoch().count());
+}
+
+QString isoDay(Instant instant)
+{
+    return DateFormatter(DateFormatter::Form::pattern, QStringLiteral("yyyy-MM-dd HH:mm")).string(instant);
+}
+
+void useLocale(const char *name)
+{
+    qputenv("LC_ALL", name);
+    reloadUserLocale();
+}
+
+/// What the model shows, day by day: "[30] 31 | 1 2": other months in brackets, days out of bounds as "x".
+QString shown(const CalendarModel &model)
+{
+    QStringList days;
+    for (int row = 0; row < model.rowCount(); ++row) {
+        const auto value = [&](int role) { return model.data(model.index(row), role); };
+        QString day = value(CalendarModel::TextRole).toString();
+        if (!value(CalendarModel::EnabledRole).toBool())
+            day = QStringLiteral("x");
+        days.append(value(CalendarModel::InMonthRole).toBool() ? day : QStringLiteral("[%1]").arg(day));
+    }
+    return days.join(u' ');
+}
+}
+
+class CalendarTest : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void cleanup() { useLocale("C.UTF-8"); }
+
+    void daysAreCountedAcrossChangesOfTheClock_data()
+    {
+        QTest::addColumn<int>("month");
+        QTest::addColumn<int>("day");
+        QTest::addColumn<int>("days");
+        QTest::addColumn<QString>("result");
+        // In the islands the clock of 2025 changes on 30 March and 26 October.
+        QTest::newRow("into summer") << 3 << 29 << 2 << QStringLiteral("2025-03-31 00:00");
+        QTest::newRow("back out of summer") << 3 << 31 << -2 << QStringLiteral("2025-03-29 00:00");
+        QTest::newRow("into winter") << 10 << 25 << 2 << QStringLiteral("2025-10-27 00:00");
+        QTest::newRow("over a year's end") << 12 << 30 << 3 << QStringLiteral("2026-01-02 00:00");
+        QTest::newRow("none") << 6 << 1 << 0 << QStringLiteral("2025-06-01 00:00");
+    }
+
+    void daysAreCountedAcrossChangesOfTheClock()
+    {
+        QFETCH(int, month);
+        QFETCH(int, day);
+        QFETCH(int, days);
+        QTEST(isoDay(CalendarDays::moved(noonOf(2025, unsigned(month), unsigned(day)), days)), "result");
+    }
+
+    void monthsKeepTheDayWhereTheyCan_data()
+    {
+        QTest::addColumn<int>("day");
+        QTest::addColumn<int>("months");
+        QTest::addColumn<QString>("result");
+        QTest::newRow("31 January to February") << 31 << 1 << QStringLiteral("2025-02-28 00:00");
+        QTest::newRow("31 January to a leap year's February") << 31 << 37 << QStringLiteral("2028-02-29 00:00");
+        QTest::newRow("15 January to March") << 15 << 2 << QStringLiteral("2025-03-15 00:00");
+        QTest::newRow("15 January back") << 15 << -1 << QStringLiteral("2024-12-15 00:00");
+        QTest::newRow("31 January back to November") << 31 << -2 << QStringLiteral("2024-11-30 00:00");
+    }
+
+    void monthsKeepTheDayWhereTheyCan()
+    {
+        QFETCH(int, day);
+        QFETCH(int, months);
+        QTEST(isoDay(CalendarDays::movedByMonths(noonOf(2025, 1, unsigned(day)), months)), "result");
+    }
+
+    void weeksBeginByTheLocale_data()
+    {
+        QTest::addColumn<QByteArray>("locale");
+        QTest::addColumn<int>("place");
+        // 22 November 2026 is a Sunday.
+        QTest::newRow("Spain, Monday") << QByteArray("es_ES.UTF-8") << 6;
+        QTest::newRow("United States, Sunday") << QByteArray("en_US.UTF-8") << 0;
+        QTest::newRow("Egypt, Saturday") << QByteArray("ar_EG.UTF-8") << 1;
+    }
+
+    void weeksBeginByTheLocale()
+    {
+        QFETCH(QByteArray, locale);
+        useLocale(locale.constData());
+        QTEST(CalendarDays::placeInWeek(noonOf(2026, 11, 22)), "place");
+    }
+
+    void typedDaysAreReadInTheLocalesOrder_data()
+    {
+        QTest::addColumn<QByteArray>("locale");
+        QTest::addColumn<QString>("typed");
+        QTest::addColumn<QString>("result");
+        const auto row = [](const char *name, const char *locale, const char *typed, const char *result) {
+            QTest::newRow(name) << QByteArray(locale) << QString::fromUtf8(typed) << QString::fromUtf8(result);
+        };
+        row("Spain", "es_ES.UTF-8", "3/9/2021", "2021-09-03 00:00");
+        row("United States", "en_US.UTF-8", "3/9/2021", "2021-03-09 00:00");
+        row("Sweden", "sv_SE.UTF-8", "2021-09-03", "2021-09-03 00:00");
+        row("year first anywhere", "en_US.UTF-8", "2021-09-03", "2021-09-03 00:00");
+        row("this century", "es_ES.UTF-8", "3.9.21", "2021-09-03 00:00");
+        row("leap day", "es_ES.UTF-8", "29/2/2024", "2024-02-29 00:00");
+        row("no leap day", "es_ES.UTF-8", "29/2/2023", "");
+        row("no such month", "es_ES.UTF-8", "1/13/2023", "");
+        row("no such day", "es_ES.UTF-8", "32/1/2023", "");
+        row("day nought", "es_ES.UTF-8", "0/1/2023", "");
+        row("two parts", "es_ES.UTF-8", "1/2", "");
+        row("four parts", "es_ES.UTF-8", "1/2/2023 4", "");
+        row("too many digits", "es_ES.UTF-8", "1/2/20230", "");
+        row("three digits of a year", "es_ES.UTF-8", "1/2/202", "");
+        row("no number", "es_ES.UTF-8", "hoy", "");
+    }
+
+    void typedDaysAreReadInTheLocalesOrder()
+    {
+        QFETCH(QByteArray, locale);
+        QFETCH(QString, typed);
+        World world;
+        useLocale(locale.constData());
+        const auto day = CalendarDays::parsed(typed);
+        useLocale("C.UTF-8");
+        QTEST(day ? isoDay(*day) : QString(), "result");
+    }
+
+    void aMonthShowsWholeWeeks()
+    {
+        World world;
+        useLocale("es_ES.UTF-8");
+        CalendarModel model;
+        const QAbstractItemModelTester tester(&model, QAbstractItemModelTester::FailureReportingMode::QtTest);
+        model.setSelected(dateTimeOf(noonOf(2021, 9, 19)));
+        model.showSelected();
+        QCOMPARE(model.title(), QStringLiteral("Septiembre 2021"));
+        QCOMPARE(model.selectedText(), QStringLiteral("19 sept 2021"));
+        QCOMPARE(shown(model),
+                 QStringLiteral("[30] [31] 1 2 3 4 5 6 7 8 9 10 11 12 13 14 15 16 17 18 19 20 21 22 23 24 25 26 27 28 "
+                                "29 30 [1] [2] [3]"));
+        QCOMPARE(model.cursorRow(), 20);
+    }
+
+    void boundsHoldToTheDay()
+    {
+        World world;
+        useLocale("es_ES.UTF-8");
+        CalendarModel model;
+        model.setSelected(dateTimeOf(noonOf(2021, 2, 10)));
+        model.setMinimum(dateTimeOf(noonOf(2021, 2, 3)));
+        model.setMaximum(dateTimeOf(noonOf(2021, 2, 12)));
+        model.showSelected();
+        QCOMPARE(shown(model), QStringLiteral("x x 3 4 5 6 7 8 9 10 11 12 x x x x x x x x x x x x x x x x"));
+        QVERIFY(!model.moment(1).isValid());
+        QVERIFY(!model.moment(12).isValid());
+        QVERIFY(!model.moment(-1).isValid());
+        QCOMPARE(model.moment(2), dateTimeOf(noonOf(2021, 2, 3)));
+        QCOMPARE(model.moment(3), dateTimeOf(noonOf(2021, 2, 4) - 12h));
+        model.moveByDays(-30);
+        QCOMPARE(model.cursorRow(), 2);
+        model.moveByMonths(4);
+        QCOMPARE(model.cursorRow(), 11);
+        QVERIFY(!model.momentOf(QStringLiteral("13/2/2021")).isValid());
+        QVERIFY(model.momentOf(QStringLiteral("12/2/2021")).isValid());
+    }
+
+    void theCursorMovesByDayWeekAndMonth()
+    {
+        World world;
+        useLocale("es_ES.UTF-8");
+        CalendarModel model;
+        model.setSelected(dateTimeOf(noonOf(2021, 9, 16)));
+        model.showSelected();
+        model.moveToWeekStart();
+        QCOMPARE(model.cursorRow(), 14);
+        model.moveToWeekEnd();
+        QCOMPARE(model.cursorRow(), 20);
+        model.moveByDays(12);
+        QCOMPARE(model.title(), QStringLiteral("Octubre 2021"));
+        QCOMPARE(model.cursorRow(), 4);
+        model.moveByMonths(-2);
+        QCOMPARE(model.title(), QStringLiteral("Agosto 2021"));
+    }
+};
+
+QTEST_GUILESS_MAIN(CalendarTest)
+#include "CalendarTest.moc"

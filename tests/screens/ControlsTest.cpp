@@ -1,0 +1,391 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "Support/World.h"
+#include "iOS/Shared/PickerModel.h"
+
+#include <QAccessible>
+#include <QQmlComponent>
+#include <QQmlContext>
+#include <QQmlEngine>
+#include <QQuickItem>
+#include <QQuickWindow>
+#include <QSignalSpy>
+#include <QTest>
+
+#include <algorithm>
+#include <memory>
+
+/// The shared controls in a window, driven as their user drives them.
+class ControlsTest : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init()
+    {
+        m_world = std::make_unique<World>();
+        m_engine = std::make_unique<QQmlEngine>();
+        m_engine->addImportPath(QStringLiteral("qrc:/qt/qml"));
+        connect(m_engine.get(), &QQmlEngine::warnings, this, [](const QList<QQmlError> &warnings) {
+            for (const QQmlError &warning : warnings)
+                QTest::qFail(qPrintable(warning.toString()), __FILE__, __LINE__);
+        });
+        m_choices = std::make_unique<PickerModel>(
+            QList<PickerChoice>{{QStringLiteral("50 km")}, {QStringLiteral("100 km")}, {QStringLiteral("200 km")}},
+            nullptr);
+        m_engine->rootContext()->setContextProperty(QStringLiteral("testChoices"), m_choices.get());
+        QQmlComponent window(m_engine.get());
+        window.setData("import QtQuick.Controls.Basic\nApplicationWindow { width: 600; height: 500; visible: true }",
+                       {});
+        m_view.reset(qobject_cast<QQuickWindow *>(window.create()));
+        QVERIFY2(m_view, qPrintable(window.errorString()));
+        QVERIFY(QTest::qWaitForWindowActive(m_view.get()));
+    }
+
+    void cleanup()
+    {
+        m_item.reset();
+        m_view.reset();
+        m_engine.reset();
+        m_choices.reset();
+        m_world.reset();
+    }
+
+    void everyWayToPressPressesOnce_data()
+    {
+        QTest::addColumn<QByteArray>("control");
+        const auto row = [](const char *control) { QTest::newRow(control) << QByteArray(control); };
+        row("PlainButton { text: 'A' }");
+        row("BorderedButton { text: 'A' }");
+        row("ProminentButton { text: 'A' }");
+        row("IconButton { text: 'A'; iconName: 'gear' }");
+        row("ToggleSwitch { text: 'A'; on: false }");
+    }
+
+    void everyWayToPressPressesOnce()
+    {
+        QFETCH(QByteArray, control);
+        QQuickItem *item = show(control);
+        QSignalSpy clicked(item, SIGNAL(clicked()));
+        QTest::mouseClick(m_view.get(), Qt::LeftButton, {}, middleOf(item));
+        QCOMPARE(clicked.count(), 1);
+        QTest::keyClick(m_view.get(), Qt::Key_Space);
+        QCOMPARE(clicked.count(), 2);
+        QTest::keyClick(m_view.get(), Qt::Key_Return);
+        QCOMPARE(clicked.count(), 3);
+        QAccessibleInterface *accessible = QAccessible::queryAccessibleInterface(item);
+        QCOMPARE(accessible->text(QAccessible::Name), QStringLiteral("A"));
+        accessible->actionInterface()->doAction(QAccessibleActionInterface::pressAction());
+        QCOMPARE(clicked.count(), 4);
+        item->setEnabled(false);
+        QTest::mouseClick(m_view.get(), Qt::LeftButton, {}, middleOf(item));
+        QCOMPARE(clicked.count(), 4);
+    }
+
+    void onlyTheKeyboardShowsTheFocusRing()
+    {
+        QQuickItem *row = show("Row { BorderedButton { text: 'A' } BorderedButton { text: 'B' } }");
+        QQuickItem *first = row->childItems().at(0);
+        QQuickItem *second = row->childItems().at(1);
+        const auto hasRing = [](const QQuickItem *button) {
+            const auto children = button->findChildren<QQuickItem *>();
+            return std::any_of(children.begin(), children.end(), [](const QQuickItem *child) {
+                return child->property("around").isValid() && child->isVisible() && child->opacity() > 0.9;
+            });
+        };
+        QTest::mouseClick(m_view.get(), Qt::LeftButton, {}, middleOf(first));
+        QVERIFY(first->hasActiveFocus());
+        QVERIFY(!hasRing(first));
+        QTest::keyClick(m_view.get(), Qt::Key_Tab);
+        QVERIFY(second->hasActiveFocus());
+        QTRY_VERIFY(hasRing(second));
+        QVERIFY(!hasRing(first));
+    }
+
+    void aRefusedWriteLeavesTheOldValueOnShow()
+    {
+        QQuickItem *item = show("ToggleSwitch { text: 'A'; on: false }");
+        QSignalSpy requested(item, SIGNAL(requested(bool)));
+        QTest::mouseClick(m_view.get(), Qt::LeftButton, {}, middleOf(item));
+        QTest::mouseClick(m_view.get(), Qt::LeftButton, {}, middleOf(item));
+        QCOMPARE(requested.count(), 2);
+        QCOMPARE(requested.at(0).at(0).toBool(), true);
+        QCOMPARE(requested.at(1).at(0).toBool(), true);
+        QCOMPARE(item->property("on").toBool(), false);
+    }
+
+    void segmentsAskForTheirNeighbours()
+    {
+        QQuickItem *item = show("SegmentedControl { name: 'A'; choices: testChoices; current: 1 }");
+        QSignalSpy requested(item, SIGNAL(requested(int)));
+        item->forceActiveFocus(Qt::TabFocusReason);
+        QTest::keyClick(m_view.get(), Qt::Key_Left);
+        QTest::keyClick(m_view.get(), Qt::Key_Right);
+        QTest::mouseClick(m_view.get(), Qt::LeftButton, {}, QPoint(int(item->width()) - 20, 15));
+        QCOMPARE(rows(requested), QStringLiteral("0 2 2"));
+        item->setProperty("current", 2);
+        QTest::keyClick(m_view.get(), Qt::Key_Right);
+        QCOMPARE(requested.count(), 3);
+    }
+
+    void aPickerIsWorkedByKeys()
+    {
+        QQuickItem *item = show("Picker { y: 200; text: 'A'; choices: testChoices; current: 1 }");
+        QSignalSpy requested(item, SIGNAL(requested(int)));
+        item->forceActiveFocus(Qt::TabFocusReason);
+        QTest::keyClick(m_view.get(), Qt::Key_Space);
+        QTest::keyClick(m_view.get(), Qt::Key_Down);
+        QTest::keyClick(m_view.get(), Qt::Key_Return);
+        QTRY_VERIFY(item->hasActiveFocus());
+        QTest::keyClick(m_view.get(), Qt::Key_Down);
+        QTest::keyClick(m_view.get(), Qt::Key_Home);
+        QTest::keyClick(m_view.get(), Qt::Key_Return);
+        QCOMPARE(rows(requested), QStringLiteral("2 0"));
+        QCOMPARE(item->property("current").toInt(), 1);
+        QTRY_VERIFY(item->hasActiveFocus());
+        QTest::keyClick(m_view.get(), Qt::Key_Space);
+        QTest::keyClick(m_view.get(), Qt::Key_Escape);
+        QCOMPARE(requested.count(), 2);
+        QCOMPARE(item->property("currentText").toString(), QStringLiteral("100 km"));
+        m_choices->setChoices({{QStringLiteral("1 mi")}, {QStringLiteral("2 mi")}});
+        QCOMPARE(item->property("currentText").toString(), QStringLiteral("2 mi"));
+    }
+
+    void aMenuIsWorkedByKeysAndByAScreenReader()
+    {
+        QQuickItem *item = show("Item { ActionMenu { objectName: 'menu'; title: 'M'; ActionMenuItem { text: 'A' } "
+                                "ActionMenuDivider {} ActionMenuItem { text: 'A long entry'; "
+                                "shortcutText: 'Ctrl+Shift+S' } } }");
+        auto *menu = item->findChild<QObject *>(QStringLiteral("menu"));
+        QQuickItem *second = nullptr;
+        QMetaObject::invokeMethod(menu, "itemAt", Q_RETURN_ARG(QQuickItem *, second), Q_ARG(int, 2));
+        QVERIFY(second);
+        QSignalSpy triggered(second, SIGNAL(triggered()));
+        QMetaObject::invokeMethod(menu, "open");
+        QTRY_VERIFY(menu->property("opened").toBool());
+        QVERIFY(second->width() >= second->implicitWidth());
+        QTest::keyClick(m_view.get(), Qt::Key_Down);
+        QTest::keyClick(m_view.get(), Qt::Key_Down);
+        QTest::keyClick(m_view.get(), Qt::Key_Return);
+        QCOMPARE(triggered.count(), 1);
+        QTRY_VERIFY(!menu->property("visible").toBool());
+        QMetaObject::invokeMethod(menu, "open");
+        QTRY_VERIFY(menu->property("opened").toBool());
+        QAccessible::queryAccessibleInterface(second)->actionInterface()->doAction(
+            QAccessibleActionInterface::pressAction());
+        QCOMPARE(triggered.count(), 2);
+        QTRY_VERIFY(!menu->property("visible").toBool());
+    }
+
+    void aPressOutsideAPopoverOnlyClosesIt()
+    {
+        QQuickItem *item =
+            show("BorderedButton { text: 'A'; Popover { objectName: 'popover'; name: 'P'; contentItem: Item { "
+                 "implicitWidth: 100; implicitHeight: 50 } } }");
+        QSignalSpy clicked(item, SIGNAL(clicked()));
+        auto *popover = item->findChild<QObject *>(QStringLiteral("popover"));
+        QMetaObject::invokeMethod(popover, "open");
+        QTRY_VERIFY(popover->property("opened").toBool());
+        QTest::mouseClick(m_view.get(), Qt::LeftButton, {}, middleOf(item));
+        QTRY_VERIFY(!popover->property("visible").toBool());
+        QCOMPARE(clicked.count(), 0);
+        QMetaObject::invokeMethod(popover, "open");
+        QTRY_VERIFY(popover->property("opened").toBool());
+        QTest::keyClick(m_view.get(), Qt::Key_Escape);
+        QTRY_VERIFY(!popover->property("visible").toBool());
+    }
+
+    void escapeAsksASheetToClose()
+    {
+        QQuickItem *item = show("Item { Sheet { objectName: 'sheet'; title: 'S'; visible: true; buttons: "
+                                "BorderedButton { text: 'A' } } }");
+        auto *sheet = item->findChild<QObject *>(QStringLiteral("sheet"));
+        QSignalSpy asked(sheet, SIGNAL(dismissRequested()));
+        QTRY_VERIFY(sheet->property("opened").toBool());
+        QTest::keyClick(m_view.get(), Qt::Key_Escape);
+        QCOMPARE(asked.count(), 1);
+        QVERIFY(sheet->property("visible").toBool());
+        QTest::mouseClick(m_view.get(), Qt::LeftButton, {}, QPoint(3, 3));
+        QCOMPARE(asked.count(), 1);
+        QVERIFY(sheet->property("visible").toBool());
+    }
+
+    void aQuestionIsAnsweredByItsButtonsOnly()
+    {
+        QQuickItem *item = show("Item { QuestionDialog { objectName: 'dialog'; visible: true; iconName: 'bell.fill'; "
+                                "question: 'Q?'; explanation: 'E'; agreeText: 'Y'; refuseText: 'N' } }");
+        auto *dialog = item->findChild<QObject *>(QStringLiteral("dialog"));
+        QSignalSpy agreed(dialog, SIGNAL(agreed()));
+        QSignalSpy refused(dialog, SIGNAL(refused()));
+        QTRY_VERIFY(dialog->property("opened").toBool());
+        QTest::keyClick(m_view.get(), Qt::Key_Escape);
+        QVERIFY(dialog->property("visible").toBool());
+        QTest::keyClick(m_view.get(), Qt::Key_Return);
+        QCOMPARE(agreed.count(), 1);
+        QTest::keyClick(m_view.get(), Qt::Key_Backtab);
+        QTest::keyClick(m_view.get(), Qt::Key_Space);
+        QCOMPARE(refused.count(), 1);
+        QCOMPARE(agreed.count(), 1);
+    }
+
+    void escapeEmptiesASearchAndThenLeaves()
+    {
+        QQuickItem *item = show("SearchField { placeholderText: 'A' }");
+        QSignalSpy left(item, SIGNAL(leaveRequested()));
+        QSignalSpy edited(item, SIGNAL(textEdited()));
+        item->forceActiveFocus();
+        type(QLatin1String("mazo"));
+        QTest::keyClick(m_view.get(), Qt::Key_Escape);
+        QCOMPARE(item->property("text").toString(), QString());
+        QCOMPARE(edited.count(), 5);
+        QCOMPARE(left.count(), 0);
+        QTest::keyClick(m_view.get(), Qt::Key_Escape);
+        QCOMPARE(left.count(), 1);
+        type(QLatin1String("a"));
+        QTest::mouseClick(m_view.get(), Qt::LeftButton, {}, QPoint(int(item->width()) - 15, 16));
+        QCOMPARE(item->property("text").toString(), QString());
+        QVERIFY(item->hasActiveFocus());
+    }
+
+    void daysAreChosenByKeysAndTyped()
+    {
+        QQuickItem *item =
+            show("DateField { text: 'A'; date: new Date(2021, 8, 19, 12); minimum: new Date(2021, 8, 3, 12) }");
+        QSignalSpy requested(item, SIGNAL(requested(QDateTime)));
+        item->forceActiveFocus(Qt::TabFocusReason);
+        QTest::keyClick(m_view.get(), Qt::Key_Down);
+        QTest::keyClick(m_view.get(), Qt::Key_PageDown);
+        QTest::keyClick(m_view.get(), Qt::Key_Left);
+        QTest::keyClick(m_view.get(), Qt::Key_Return);
+        QCOMPARE(requested.count(), 1);
+        QCOMPARE(requested.at(0).at(0).toDateTime(), QDateTime(QDate(2021, 10, 18), QTime(0, 0)));
+
+        QTRY_VERIFY(item->hasActiveFocus());
+        type(QLatin1String("2021-09-03"));
+        QTest::keyClick(m_view.get(), Qt::Key_Return);
+        QCOMPARE(requested.count(), 2);
+        QCOMPARE(requested.at(1).at(0).toDateTime(), QDateTime(QDate(2021, 9, 3), QTime(12, 0)));
+
+        type(QLatin1String("2021-09-02"));
+        QTest::keyClick(m_view.get(), Qt::Key_Return);
+        type(QLatin1String("2021-09-31"));
+        QTest::keyClick(m_view.get(), Qt::Key_Return);
+        QCOMPARE(requested.count(), 2);
+        QVERIFY(item->hasActiveFocus());
+        QCOMPARE(item->property("date").toDateTime(), QDateTime(QDate(2021, 9, 19), QTime(12, 0)));
+    }
+
+    void markupFromOutsideStaysText()
+    {
+        QQuickItem *item = show("OutsideText { width: 100; content: '<b>a</b>\\n<img src=\"http://127.0.0.1:1/\">' }");
+        QCOMPARE(item->property("textFormat").toInt(), 0);
+        QCOMPARE(item->property("text").toString(), QStringLiteral("<b>a</b> <img src=\"http://127.0.0.1:1/\">"));
+        QCOMPARE(item->property("lineCount").toInt(), 1);
+        QVERIFY(item->property("truncated").toBool());
+    }
+
+    void theThemeFollowsTheDesktopLive()
+    {
+        QQuickItem *item = show("Rectangle { color: Theme.window; width: Theme.slide }");
+        QCOMPARE(item->property("color").value<QColor>(), QColor(0xFCFDFD));
+        m_world->appearance.setColorScheme(Appearance::ColorScheme::dark);
+        QCOMPARE(item->property("color").value<QColor>(), QColor(0x14181B));
+        QCOMPARE(item->width(), 24.0);
+        m_world->appearance.setReducedMotion(true);
+        QCOMPARE(item->width(), 0.0);
+    }
+
+    void spinnersRestWhenNobodyLooksOrMotionIsUnwanted()
+    {
+        QQuickItem *item = show("Spinner { name: 'A' }");
+        const auto isTurning = [item] {
+            const auto children = item->findChildren<QObject *>();
+            for (const QObject *child : children)
+                if (child->inherits("QQmlTimer"))
+                    return child->property("running").toBool();
+            return false;
+        };
+        QVERIFY(isTurning());
+        m_view->hide();
+        QVERIFY(!isTurning());
+        m_view->show();
+        QTRY_VERIFY(isTurning());
+        m_world->appearance.setReducedMotion(true);
+        QVERIFY(!isTurning());
+    }
+
+    void digitsStandInEqualCells()
+    {
+        const QByteArray control("NumberText { font.family: Theme.fontFamily; font.pixelSize: 20; text: '%1' }");
+        const qreal ones = show(QByteArray(control).replace("%1", "11:11"))->implicitWidth();
+        QCOMPARE(show(QByteArray(control).replace("%1", "08:48"))->implicitWidth(), ones);
+        QVERIFY(show("PlainText { font.pixelSize: 20; text: '11:11' }")->implicitWidth() < ones);
+    }
+
+    void everyControlIsPlainAndNamed()
+    {
+        QQmlComponent component(m_engine.get(), QUrl(QStringLiteral("qrc:/qt/qml/orvalia/Gallery/Gallery.qml")));
+        m_item.reset(qobject_cast<QQuickItem *>(component.create()));
+        QVERIFY2(m_item, qPrintable(component.errorString()));
+        m_item->setParentItem(content());
+        int texts = 0;
+        int buttons = 0;
+        const auto items = m_item->findChildren<QQuickItem *>();
+        for (QQuickItem *item : items) {
+            if (item->inherits("QQuickText")) {
+                ++texts;
+                QCOMPARE(item->property("textFormat").toInt(), 0);
+            }
+            if (item->activeFocusOnTab() && item->isVisible()) {
+                ++buttons;
+                QVERIFY2(!QAccessible::queryAccessibleInterface(item)->text(QAccessible::Name).isEmpty(),
+                         item->metaObject()->className());
+            }
+        }
+        QVERIFY(texts > 40);
+        QVERIFY(buttons > 20);
+    }
+
+private:
+    /// Makes `control` alone in the window.
+    QQuickItem *show(const QByteArray &control)
+    {
+        QQmlComponent component(m_engine.get());
+        component.setData("import QtQuick\nimport orvalia.Shared\n" + control, QUrl(QStringLiteral("qrc:/test.qml")));
+        m_item.reset(qobject_cast<QQuickItem *>(component.create()));
+        if (!m_item)
+            qFatal("%s", qPrintable(component.errorString()));
+        m_item->setParentItem(content());
+        return m_item.get();
+    }
+
+    /// Where the window puts its content, which keeps its focus while a popup has it.
+    QQuickItem *content() const { return m_view->property("contentItem").value<QQuickItem *>(); }
+
+    void type(QLatin1String text)
+    {
+        for (const char c : text)
+            QTest::keyClick(m_view.get(), c);
+    }
+
+    static QPoint middleOf(const QQuickItem *item)
+    {
+        return item->mapToScene(QPointF(item->width() / 2, item->height() / 2)).toPoint();
+    }
+
+    static QString rows(const QSignalSpy &requested)
+    {
+        QStringList rows;
+        for (const QList<QVariant> &arguments : requested)
+            rows.append(arguments.first().toString());
+        return rows.join(u' ');
+    }
+
+    std::unique_ptr<World> m_world;
+    std::unique_ptr<PickerModel> m_choices;
+    std::unique_ptr<QQmlEngine> m_engine;
+    std::unique_ptr<QQuickWindow> m_view;
+    std::unique_ptr<QQuickItem> m_item;
+};
+
+QTEST_MAIN(ControlsTest)
+#include "ControlsTest.moc"

@@ -1,0 +1,214 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "Core/Persistence/ModelContext.h"
+#include "Support/ShownWindow.h"
+#include "Support/TestInstant.h"
+#include "Support/UserEnvironment.h"
+#include "iOS/Shared/Detail/EarthquakeDetailScreen.h"
+
+#include <QTest>
+
+using namespace std::chrono_literals;
+
+class EarthquakeDetailViewTest : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void rowsSayWhatIsStored_data()
+    {
+        QTest::addColumn<double>("latitude");
+        QTest::addColumn<double>("longitude");
+        QTest::addColumn<double>("depth");
+        QTest::addColumn<double>("magnitude");
+        QTest::addColumn<QString>("texts");
+        QTest::newRow("north west") << 28.12346 << -16.5 << 12.0 << 1.6
+                                    << "28.1235°, -16.5000°|12 km|1.6 mbLg|M 1.6 — X";
+        QTest::newRow("south east") << -3.00004 << 16.25 << 11.5 << 2.25
+                                    << "-3.0000°, 16.2500°|12 km|2.2 mbLg|M 2.2 — X";
+        QTest::newRow("zero") << 0.0 << 0.0 << 0.4 << -0.5 << "0.0000°, 0.0000°|0 km|-0.5 mbLg|M -0.5 — X";
+        QTest::newRow("above the sea") << 28.0 << -17.0 << -1.6 << 5.96
+                                       << "28.0000°, -17.0000°|-2 km|6.0 mbLg|M 6.0 — X";
+    }
+
+    void rowsSayWhatIsStored()
+    {
+        QFETCH(double, latitude);
+        QFETCH(double, longitude);
+        QFETCH(double, depth);
+        QFETCH(double, magnitude);
+        World world;
+        EarthquakeDetailScreen screen;
+        complete(screen,
+                 Earthquake(QStringLiteral("e"), world.clock.now(), latitude, longitude, depth, magnitude,
+                            QStringLiteral("mbLg"), std::nullopt, QStringLiteral("X")));
+        QTEST(QStringList({screen.epicenterText(), screen.depthText(), screen.magnitudeText(), screen.title()})
+                  .join(u'|'),
+              "texts");
+        QVERIFY(!screen.hasMaxIntensity());
+        QVERIFY(screen.region() == (CoordinateRegion{{latitude, longitude}, {0.3, 0.3}}));
+    }
+
+    void timeIsUniversalInTheUsersForm_data()
+    {
+        QTest::addColumn<QByteArray>("locale");
+        QTest::addColumn<QString>("text");
+        QTest::newRow("Spanish") << QByteArray("es_ES.UTF-8") << QStringLiteral("1 ago 2025, 14:04:05 UTC");
+        QTest::newRow("American") << QByteArray("en_US.UTF-8") << QStringLiteral("Aug 1, 2025, 2:04:05\u202FPM UTC");
+    }
+
+    void timeIsUniversalInTheUsersForm()
+    {
+        QFETCH(QByteArray, locale);
+        const UserEnvironment environment(locale, "Atlantic/Canary");
+        World world;
+        EarthquakeDetailScreen screen;
+        complete(screen,
+                 Earthquake(QStringLiteral("e"), instant("2025-08-01T14:04:05Z"), 28, -16, 1, 1, QStringLiteral("mbLg"),
+                            QStringLiteral("III-IV"), QString()));
+        QTEST(screen.dateText(), "text");
+        QCOMPARE(screen.maxIntensity(), QStringLiteral("III-IV"));
+    }
+
+    void opensFromTheListAndComesBack_data()
+    {
+        QTest::addColumn<int>("key");
+        QTest::addColumn<int>("modifiers");
+        QTest::newRow("Escape") << int(Qt::Key_Escape) << int(Qt::NoModifier);
+        QTest::newRow("Alt and left") << int(Qt::Key_Left) << int(Qt::AltModifier);
+    }
+
+    void opensFromTheListAndComesBack()
+    {
+        QFETCH(int, key);
+        QFETCH(int, modifiers);
+        ShownWindow shown;
+        store(shown, std::nullopt, QStringLiteral("<b>W</b> FRONTERA"));
+        QVERIFY(shown.show());
+        QQuickItem *list = shown.named(QStringLiteral("Sismos"));
+        QVERIFY(list);
+        list->forceActiveFocus(Qt::TabFocusReason);
+        shown.press(Qt::Key_Down);
+        shown.press(Qt::Key_Return);
+        QTRY_VERIFY(shown.item(QStringLiteral("detailMap")));
+        QVERIFY(shown.named(QStringLiteral("M 3.1 — <b>W</b> FRONTERA")));
+        QVERIFY(shown.named(QStringLiteral("Date and time")));
+        QVERIFY(!shown.named(QStringLiteral("Maximum intensity")));
+        QVERIFY2(faultsOfItems(shown.window()).isEmpty(), qPrintable(faultsOfItems(shown.window()).join(u'\n')));
+        shown.press(Qt::Key(key), Qt::KeyboardModifiers(modifiers));
+        QTRY_VERIFY(!shown.item(QStringLiteral("detailMap")));
+        QCOMPARE(shown.named(QStringLiteral("Sismos"))->property("currentIndex").toInt(), 0);
+        QVERIFY(shown.warnings().isEmpty());
+    }
+
+    void dragOnTheListOpensNothing()
+    {
+        ShownWindow shown;
+        store(shown, std::nullopt, QStringLiteral("X"));
+        QVERIFY(shown.show());
+        const QPoint from = shown.item(QStringLiteral("row 0"))->mapToScene({200, 20}).toPoint();
+        QTest::mousePress(&shown.window(), Qt::LeftButton, Qt::NoModifier, from);
+        for (int step = 1; step <= 10; ++step)
+            QTest::mouseMove(&shown.window(), from + QPoint(0, 8 * step));
+        QTest::mouseRelease(&shown.window(), Qt::LeftButton, Qt::NoModifier, from + QPoint(0, 80));
+        shown.settle();
+        QVERIFY(!shown.item(QStringLiteral("detailMap")));
+    }
+
+    void keysInAListWithoutRowsAreHarmless()
+    {
+        ShownWindow shown;
+        store(shown, std::nullopt, QStringLiteral("X"));
+        QVERIFY(shown.show());
+        shown.press(Qt::Key_F, Qt::ControlModifier);
+        shown.type(QStringLiteral("zzz"));
+        shown.pass(300ms);
+        for (const Qt::Key key : {Qt::Key_Return, Qt::Key_Down, Qt::Key_Return})
+            shown.press(key);
+        shown.pass(60s);
+        QVERIFY(!shown.item(QStringLiteral("detailMap")));
+    }
+
+    void intensityHasItsRowWhereOneWasReported()
+    {
+        ShownWindow shown;
+        store(shown, QStringLiteral("IV"), QStringLiteral("X"));
+        QVERIFY(shown.show());
+        shown.click(shown.item(QStringLiteral("row 0")));
+        QTRY_VERIFY(shown.named(QStringLiteral("Maximum intensity")));
+        QVERIFY(shown.named(QStringLiteral("IV")));
+    }
+
+    void dragInTheMapLeavesThePage()
+    {
+        ShownWindow shown;
+        store(shown, std::nullopt, QStringLiteral("X"));
+        QVERIFY(shown.show({480, 480}));
+        shown.click(shown.item(QStringLiteral("row 0")));
+        QTRY_VERIFY(shown.item(QStringLiteral("detailMap")));
+        QQuickItem *map = shown.item(QStringLiteral("detailMap"));
+        auto *controller = map->property("controller").value<MapController *>();
+        const QPointF center = controller->camera().center();
+        const double y = map->mapToScene({0, 0}).y();
+        const QPoint from = map->mapToScene({200, 200}).toPoint();
+        QTest::mousePress(&shown.window(), Qt::LeftButton, Qt::NoModifier, from);
+        for (int step = 1; step <= 10; ++step)
+            QTest::mouseMove(&shown.window(), from - QPoint(0, 8 * step));
+        QTest::mouseRelease(&shown.window(), Qt::LeftButton, Qt::NoModifier, from - QPoint(0, 80));
+        shown.settle();
+        QVERIFY(controller->camera().center() != center);
+        QCOMPARE(map->mapToScene({0, 0}).y(), y);
+    }
+
+    void wheelOverTheMapMovesThePage()
+    {
+        ShownWindow shown;
+        store(shown, std::nullopt, QStringLiteral("X"));
+        QVERIFY(shown.show({480, 480}));
+        shown.click(shown.item(QStringLiteral("row 0")));
+        QTRY_VERIFY(shown.item(QStringLiteral("detailMap")));
+        QQuickItem *map = shown.item(QStringLiteral("detailMap"));
+        auto *controller = map->property("controller").value<MapController *>();
+        const double scale = controller->camera().scale();
+        const double y = map->mapToScene({0, 0}).y();
+
+        turnWheel(shown, map, Qt::NoModifier);
+        QCOMPARE(controller->camera().scale(), scale);
+        QVERIFY(map->mapToScene({0, 0}).y() < y);
+
+        QQuickItem *page = map;
+        while (page && !page->inherits("QQuickFlickable"))
+            page = page->parentItem();
+        QVERIFY(page);
+        QTRY_VERIFY(!page->property("moving").toBool());
+        const double scrolled = map->mapToScene({0, 0}).y();
+        turnWheel(shown, map, Qt::ControlModifier);
+        QTRY_VERIFY(controller->camera().scale() != scale);
+        QCOMPARE(map->mapToScene({0, 0}).y(), scrolled);
+    }
+
+private:
+    static void complete(EarthquakeDetailScreen &screen, const Earthquake &earthquake)
+    {
+        screen.setProperty("event", QVariant::fromValue(EarthquakeReference{earthquake}));
+        screen.componentComplete();
+    }
+
+    static void store(ShownWindow &shown, const std::optional<QString> &intensity, const QString &location)
+    {
+        shown.container.mainContext().insert(Earthquake(QStringLiteral("e1"), shown.world.clock.now() - 1h, 27.7, -18.0,
+                                                        12.0, 3.1, QStringLiteral("mbLg"), intensity, location));
+        shown.container.mainContext().save();
+    }
+
+    static void turnWheel(ShownWindow &shown, QQuickItem *item, Qt::KeyboardModifiers modifiers)
+    {
+        const QPointF place = item->mapToScene({200, 100});
+        QWheelEvent event(place, shown.window().mapToGlobal(place), {}, {0, -120}, Qt::NoButton, modifiers,
+                          Qt::NoScrollPhase, false);
+        QCoreApplication::sendEvent(&shown.window(), &event);
+        shown.settle();
+    }
+};
+
+QTEST_MAIN(EarthquakeDetailViewTest)
+#include "EarthquakeDetailViewTest.moc"

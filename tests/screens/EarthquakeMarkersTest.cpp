@@ -1,0 +1,280 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "Core/Models/Region.h"
+#include "Platform/Map/MapController.h"
+#include "Support/World.h"
+#include "iOS/Shared/EarthquakeMarkerLayer.h"
+
+#include <QAbstractItemModelTester>
+#include <QQmlComponent>
+#include <QQmlEngine>
+#include <QQuickWindow>
+#include <QSignalSpy>
+#include <QTest>
+
+#include <cmath>
+
+namespace {
+constexpr QSize windowSize(600, 400);
+
+bool isLike(const QColor &a, const QColor &b)
+{
+    constexpr int tolerance = 6;
+    return std::abs(a.red() - b.red()) <= tolerance && std::abs(a.green() - b.green()) <= tolerance
+        && std::abs(a.blue() - b.blue()) <= tolerance;
+}
+
+/// A layer over a white window of 600 by 400 that looks at the archipelago.
+class Map
+{
+public:
+    Map()
+    {
+        controller.setRegion(Region::canaryIslands().mapRegion());
+        controller.setSize(windowSize);
+        layer.setController(&controller);
+        layer.setMarkers(&set);
+        layer.setSize(windowSize);
+        layer.setParentItem(window.contentItem());
+        window.setColor(Qt::white);
+        window.resize(windowSize);
+        window.show();
+        if (!QTest::qWaitForWindowExposed(&window))
+            qFatal("the window does not show");
+    }
+
+    ~Map() { layer.setParentItem(nullptr); }
+
+    /// An event whose place is at a point of the window as it was in the beginning; the first is the newest.
+    Earthquake at(const QPointF &point, double magnitude)
+    {
+        const Coordinate coordinate = WebMercator::toCoordinate(controller.camera().toWorld(point));
+        const auto age = std::chrono::hours(++m_made);
+        return {QString::number(m_made),
+                world.clock.now() - age,
+                coordinate.latitude,
+                coordinate.longitude,
+                10,
+                magnitude,
+                QStringLiteral("mbLg"),
+                std::nullopt,
+                QStringLiteral("NW TENERIFE")};
+    }
+
+    QColor colorAt(const QPoint &point)
+    {
+        const QImage image = window.grabWindow();
+        return image.pixelColor(point * image.devicePixelRatio());
+    }
+
+    World world;
+    QQuickWindow window;
+    MapController controller;
+    EarthquakeMarkerSet set;
+    EarthquakeMarkerLayer layer;
+
+private:
+    int m_made = 0;
+};
+
+QStringList raised(EarthquakeMarkerLayer &layer)
+{
+    QStringList texts;
+    for (int row = 0; row < layer.raised()->rowCount(); ++row) {
+        const auto value = [&](RaisedMarkers::Role role) { return layer.raised()->index(row).data(role); };
+        texts.append(value(RaisedMarkers::eventIDRole).toString()
+                     + (value(RaisedMarkers::isLatestRole).toBool() ? QStringLiteral(" latest") : QString())
+                     + (value(RaisedMarkers::isSelectedRole).toBool() ? QStringLiteral(" selected") : QString()));
+    }
+    return texts;
+}
+}
+
+/// Runs once with shaders and once with the renderer that has none: what is drawn is the same.
+class EarthquakeMarkersTest : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    /// Magnitudes are off the middle, where the text is not. The latest marker is an item of its own and not drawn.
+    void markersAreDrawnAtTheirPlaces()
+    {
+        Map map;
+        map.set.setEarthquakes({map.at({500, 300}, 1), map.at({100, 100}, 4.5), map.at({200, 300}, 6.2)});
+        QVERIFY(isLike(map.colorAt({100, 91}), MagnitudeCategory(MagnitudeCategory::moderate).color()));
+        QVERIFY(isLike(map.colorAt({200, 309}), MagnitudeCategory(MagnitudeCategory::strong).color()));
+        QVERIFY(isLike(map.colorAt({100, 82}), Qt::white));
+        QVERIFY(isLike(map.colorAt({500, 291}), Qt::white));
+    }
+
+    void newerMarkersLieAboveOlderOnes()
+    {
+        Map map;
+        map.set.setEarthquakes({map.at({500, 300}, 1), map.at({100, 100}, 4.5), map.at({118, 100}, 6.2)});
+        QVERIFY(isLike(map.colorAt({109, 94}), MagnitudeCategory(MagnitudeCategory::moderate).color()));
+    }
+
+    void markersFollowTheMap()
+    {
+        Map map;
+        map.set.setEarthquakes({map.at({500, 300}, 1), map.at({300, 200}, 4.5)});
+        map.controller.setStill(true);
+        map.controller.grab();
+        map.controller.drag(40, -30);
+        map.controller.turnWheel(240, 340, 170);
+        QVERIFY(isLike(map.colorAt({340, 161}), MagnitudeCategory(MagnitudeCategory::moderate).color()));
+        QVERIFY(isLike(map.colorAt({340, 190}), Qt::white));
+    }
+
+    void raisedMarkersAreLeftOutAndComeBack()
+    {
+        Map map;
+        map.set.setEarthquakes({map.at({500, 300}, 1), map.at({100, 100}, 4.5)});
+        const Earthquake second = map.set.earthquakes()[1];
+        map.set.setSelected(second);
+        QVERIFY(isLike(map.colorAt({100, 91}), Qt::white));
+        map.set.setSelected(std::nullopt);
+        QVERIFY(isLike(map.colorAt({100, 91}), Qt::white));
+        map.layer.raised()->settle(second.eventID());
+        QVERIFY(isLike(map.colorAt({100, 91}), MagnitudeCategory(MagnitudeCategory::moderate).color()));
+    }
+
+    /// A picture of a window that does not show has its nodes made for it and thrown away, as a window has that is
+    /// hidden and shown again.
+    void markersOutliveTheirNodes()
+    {
+        Map map;
+        map.window.hide();
+        map.set.setEarthquakes({map.at({500, 300}, 1), map.at({100, 100}, 4.5)});
+        for (int picture = 0; picture < 2; ++picture)
+            QVERIFY(isLike(map.colorAt({100, 91}), MagnitudeCategory(MagnitudeCategory::moderate).color()));
+    }
+
+    void dotsStandOnTheirPlace()
+    {
+        Map map;
+        map.layer.setStyle(EarthquakeMarkerLayer::Style::dots);
+        map.set.setEarthquakes({map.at({100, 100}, 4.5)});
+        // 55 % of the colour over white.
+        const QColor pale = QColor::fromRgbF(1.0F, 1 - 0.55F * 0.4F, 1 - 0.55F);
+        QVERIFY(isLike(map.colorAt({100, 93}), pale));
+        QVERIFY(isLike(map.colorAt({100, 103}), Qt::white));
+        QCOMPARE(map.layer.raised()->rowCount(), 0);
+    }
+
+    /// The software renderer has no geometry to upload, and the test would hold for nothing.
+    void movingTheMapUploadsNoGeometry()
+    {
+        Map map;
+        std::vector<Earthquake> events;
+        for (int i = 0; i < 50; ++i)
+            events.push_back(map.at({100.0 + 8 * i, 200}, 1));
+        map.set.setEarthquakes(events);
+        map.window.grabWindow();
+        const qint64 before = map.layer.uploadedBytes();
+        const bool hasShaders = map.window.rendererInterface()->graphicsApi() != QSGRendererInterface::Software;
+        // Fifty quads of four vertices of 16 bytes and six indices of 4.
+        QCOMPARE(before, hasShaders ? 50 * (4 * 16 + 6 * 4) : 0);
+        map.controller.setStill(true);
+        for (int step = 0; step < 5; ++step) {
+            map.controller.drag(7, 3);
+            map.controller.turnWheel(120, 300, 200);
+            map.set.setSelected(events[size_t(step)]);
+            map.window.grabWindow();
+        }
+        QCOMPARE(map.layer.uploadedBytes(), before);
+        map.set.setEarthquakes({events[0]});
+        map.window.grabWindow();
+        QCOMPARE(map.layer.uploadedBytes(), before + (hasShaders ? 4 * 16 + 6 * 4 : 0));
+    }
+
+    void theUppermostMarkerUnderThePointerIsTaken_data()
+    {
+        QTest::addColumn<QPointF>("point");
+        QTest::addColumn<bool>("byFinger");
+        QTest::addColumn<QString>("eventID");
+        const auto row = [](const char *name, const QPointF &point, bool byFinger, const char *eventID) {
+            QTest::newRow(name) << point << byFinger << QString::fromLatin1(eventID);
+        };
+        row("middle", {100, 100}, false, "1");
+        row("inside the edge", {86.1, 100}, false, "1");
+        row("outside the edge", {85.9, 100}, false, "");
+        row("corner of the square", {88, 88}, false, "");
+        row("newer above older", {110, 100}, false, "1");
+        row("the older one's free part", {124, 100}, false, "2");
+        row("inside a finger's reach", {78.1, 100}, true, "1");
+        row("outside a finger's reach", {77.9, 100}, true, "");
+        row("selected, inside its edge", {321.5, 300}, false, "4");
+        row("selected, outside its edge", {321.7, 300}, false, "");
+        row("selected, above a newer one", {290, 300}, false, "4");
+        row("the newer one's free part", {270, 300}, false, "3");
+    }
+
+    void theUppermostMarkerUnderThePointerIsTaken()
+    {
+        QFETCH(QPointF, point);
+        QFETCH(bool, byFinger);
+        Map map;
+        map.set.setEarthquakes(
+            {map.at({100, 100}, 1), map.at({115, 100}, 1), map.at({280, 300}, 1), map.at({300, 300}, 1)});
+        map.set.setSelected(map.set.earthquakes()[3]);
+        const auto found = map.layer.earthquakeAt(point, byFinger);
+        QTEST(found ? found->eventID() : QString(), "eventID");
+    }
+
+    void latestAndSelectedAreRaised()
+    {
+        Map map;
+        const QAbstractItemModelTester tester(map.layer.raised(),
+                                              QAbstractItemModelTester::FailureReportingMode::Fatal);
+        const std::vector<Earthquake> events{map.at({100, 100}, 1), map.at({200, 100}, 1), map.at({300, 100}, 1)};
+        map.set.setEarthquakes(events);
+        QCOMPARE(raised(map.layer), QStringList{QStringLiteral("1 latest")});
+        map.set.setSelected(events[1]);
+        QCOMPARE(raised(map.layer), QStringList({QStringLiteral("1 latest"), QStringLiteral("2 selected")}));
+        map.set.setSelected(events[2]);
+        QCOMPARE(raised(map.layer),
+                 QStringList({QStringLiteral("1 latest"), QStringLiteral("2"), QStringLiteral("3 selected")}));
+        map.layer.raised()->settle(QStringLiteral("2"));
+        map.layer.raised()->settle(QStringLiteral("3"));
+        QCOMPARE(raised(map.layer), QStringList({QStringLiteral("1 latest"), QStringLiteral("3 selected")}));
+        map.set.setSelected(events[0]);
+        map.layer.raised()->settle(QStringLiteral("3"));
+        QCOMPARE(raised(map.layer), QStringList{QStringLiteral("1 latest selected")});
+    }
+
+    void anEventThatLeavesTheMapIsNoLongerRaised()
+    {
+        Map map;
+        const std::vector<Earthquake> events{map.at({100, 100}, 1), map.at({200, 100}, 1), map.at({300, 100}, 1)};
+        map.set.setEarthquakes(events);
+        map.set.setSelected(events[0]);
+        map.set.setEarthquakes({events[1], events[2]});
+        QCOMPARE(raised(map.layer), QStringList{QStringLiteral("2 latest")});
+        QVERIFY(!map.layer.earthquakeAt({100, 100}, false));
+        map.set.setEarthquakes({});
+        QCOMPARE(raised(map.layer), QStringList());
+        QVERIFY(isLike(map.colorAt({200, 91}), Qt::white));
+    }
+
+    void manyOddMagnitudesKeepTheirColour()
+    {
+        MarkerAtlas atlas;
+        for (int i = 0; i < 5000; ++i)
+            atlas.cellOf(-i);
+        const int full = atlas.cellCount();
+        QVERIFY(full <= 64 * 256);
+        QCOMPARE(atlas.cellOf(4.54321), atlas.cellOf(5.9));
+        QVERIFY(atlas.cellOf(4.54321) != atlas.cellOf(6.9));
+        QCOMPARE(atlas.cellCount(), full);
+    }
+
+    void equalTextsShareACellAndBandsDoNot()
+    {
+        MarkerAtlas atlas;
+        QCOMPARE(atlas.cellOf(2.31), atlas.cellOf(2.33));
+        QVERIFY(atlas.cellOf(3.96) != atlas.cellOf(4.0));
+    }
+};
+
+QTEST_MAIN(EarthquakeMarkersTest)
+#include "EarthquakeMarkersTest.moc"

@@ -1,0 +1,187 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "Platform/Map/MapController.h"
+#include "Support/ShownWindow.h"
+#include "iOS/Shared/EarthquakeMarkerLayer.h"
+
+#include <QSGRendererInterface>
+#include <QTest>
+
+#include <cmath>
+
+namespace {
+bool isLike(const QColor &a, const QColor &b)
+{
+    constexpr int tolerance = 6;
+    return std::abs(a.red() - b.red()) <= tolerance && std::abs(a.green() - b.green()) <= tolerance
+        && std::abs(a.blue() - b.blue()) <= tolerance;
+}
+
+/// The map section of the main window over three events: 1, the newest, near Lanzarote, 2 at La Palma, 3 south of it.
+class MapSection
+{
+public:
+    MapSection()
+    {
+        const Instant now = shown.world.clock.now();
+        const auto event = [&](const char *id, int hours, double latitude, double longitude, double magnitude) {
+            return ParsedEarthquake{QString::fromLatin1(id),
+                                    now - std::chrono::hours(hours),
+                                    latitude,
+                                    longitude,
+                                    38,
+                                    magnitude,
+                                    QStringLiteral("mbLg"),
+                                    std::nullopt,
+                                    QStringLiteral("W FRONTERA.IHI")};
+        };
+        shown.enqueuePage(
+            {event("1", 1, 29.4, -12.9, 1.5), event("2", 2, 28.6, -17.9, 4.1), event("3", 3, 27.6, -17.9, 6.2)});
+    }
+
+    /// False where the window warned or the renderer has no shaders, so that what is looked at would not be the map.
+    bool open()
+    {
+        if (!shown.show())
+            return false;
+        shown.press(Qt::Key_3, Qt::ControlModifier);
+        return shown.item(QStringLiteral("map"))
+            && shown.window().rendererInterface()->graphicsApi() != QSGRendererInterface::Software && becomesSharp();
+    }
+
+    bool becomesSharp()
+    {
+        return QTest::qWaitFor([this] {
+            shown.pass(std::chrono::milliseconds(100));
+            return shown.item(QStringLiteral("map"))->property("isSharp").toBool();
+        });
+    }
+
+    EarthquakeMarkerLayer *layer()
+    {
+        return static_cast<EarthquakeMarkerLayer *>(shown.item(QStringLiteral("markers")));
+    }
+
+    /// A place of the world in the window.
+    QPoint at(double latitude, double longitude)
+    {
+        const QPointF place =
+            layer()->controller()->camera().toScreen(WebMercator::toWorld(Coordinate{latitude, longitude}));
+        return layer()->mapToScene(place).toPoint();
+    }
+
+    void click(const QPoint &point)
+    {
+        QTest::mouseClick(&shown.window(), Qt::LeftButton, Qt::NoModifier, point);
+        shown.settle();
+        QTest::qWait(400);
+    }
+
+    QColor colorAt(const QPoint &point)
+    {
+        const QImage image = shown.window().grabWindow();
+        return image.pixelColor(point * image.devicePixelRatio());
+    }
+
+    bool hasCallout() { return shown.named(QStringLiteral("Ver detalle")) != nullptr; }
+
+    ShownWindow shown;
+};
+}
+
+class MapViewTest : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void theWholeRegionShowsBelowTheToolbar()
+    {
+        MapSection map;
+        QVERIFY(map.open());
+        QVERIFY(isLike(map.colorAt(map.at(27.95, -15.6)), QColor(0xF5EDD9)));
+        QVERIFY(isLike(map.colorAt(map.at(28.6, -9.9)), QColor(0xEDE9DE)));
+        const QRectF world = map.layer()->controller()->camera().visibleWorld();
+        QVERIFY(world.left() < -20.8 && world.right() > -10.8);
+        QVERIFY(map.at(32.3, -15.8).y() >= 52);
+        QVERIFY(map.at(24.3, -15.8).y() <= 720);
+        QCOMPARE(faultsOfItems(map.shown.window()), QStringList());
+    }
+
+    void aTapSelectsAndASecondOneEndsIt()
+    {
+        MapSection map;
+        QVERIFY(map.open());
+        const QPoint marker = map.at(28.6, -17.9);
+        const QColor orange = MagnitudeCategory(MagnitudeCategory::moderate).color();
+        QVERIFY(isLike(map.colorAt(marker - QPoint(0, 9)), orange));
+        QVERIFY(!map.hasCallout());
+        map.click(marker);
+        QVERIFY(map.hasCallout());
+        // 36 pixels and a ring of 2.5, a fifth larger: the disc reaches to 20 pixels, the ring to 23.
+        const QColor ring = map.colorAt(marker - QPoint(0, 22));
+        QVERIFY2(isLike(ring, Qt::white), qPrintable(ring.name()));
+        QVERIFY(isLike(map.colorAt(marker - QPoint(0, 16)), orange));
+        map.click(marker);
+        QVERIFY(!map.hasCallout());
+        QVERIFY(isLike(map.colorAt(marker - QPoint(0, 9)), orange));
+        QVERIFY(!isLike(map.colorAt(marker - QPoint(0, 16)), orange));
+    }
+
+    void aTapBesideMarkersKeepsTheSelectionAndTheView()
+    {
+        MapSection map;
+        QVERIFY(map.open());
+        const MapCamera before = map.layer()->controller()->camera();
+        map.click(map.at(28.6, -17.9));
+        map.click(map.at(31, -19));
+        QVERIFY(map.hasCallout());
+        map.click(map.at(27.6, -17.9));
+        QVERIFY(map.hasCallout());
+        QCOMPARE(map.layer()->markers()->selected()->eventID(), QStringLiteral("3"));
+        QVERIFY(map.layer()->controller()->camera() == before);
+        map.shown.click(map.shown.named(QStringLiteral("Cerrar")));
+        QTest::qWait(500);
+        QVERIFY(!map.hasCallout());
+    }
+
+    void theKeyboardWalksFromEventToEvent()
+    {
+        MapSection map;
+        QVERIFY(map.open());
+        QQuickItem *surface = map.shown.item(QStringLiteral("map"));
+        surface->forceActiveFocus(Qt::TabFocusReason);
+        const auto spoken = [&] { return surface->property("name").toString(); };
+        QCOMPARE(spoken(), QStringLiteral("Mapa"));
+        map.shown.press(Qt::Key_Left, Qt::AltModifier);
+        map.shown.press(Qt::Key_Left, Qt::AltModifier);
+        QVERIFY2(spoken().startsWith(QStringLiteral("4.1, W FRONTERA.IHI, Nov 22, 2026, ")), qPrintable(spoken()));
+        map.shown.press(Qt::Key_Down, Qt::AltModifier);
+        QVERIFY2(spoken().startsWith(QStringLiteral("6.2")), qPrintable(spoken()));
+        map.shown.press(Qt::Key_Return);
+        QVERIFY(map.hasCallout());
+        map.shown.press(Qt::Key_Escape);
+        QTest::qWait(400);
+        QVERIFY(!map.hasCallout());
+    }
+
+    void gesturesMoveTheMap()
+    {
+        MapSection map;
+        QVERIFY(map.open());
+        const MapCamera before = map.layer()->controller()->camera();
+        const QPoint from = map.at(31, -19);
+        QTest::mousePress(&map.shown.window(), Qt::LeftButton, Qt::NoModifier, from);
+        for (int step = 1; step <= 10; ++step)
+            QTest::mouseMove(&map.shown.window(), from + QPoint(10, 4) * step);
+        map.shown.world.clock.advance(std::chrono::seconds(1));
+        QTest::mouseRelease(&map.shown.window(), Qt::LeftButton, Qt::NoModifier, from + QPoint(100, 40));
+        map.shown.settle();
+        QVERIFY(map.layer()->controller()->camera().center().x() < before.center().x());
+        QTest::mouseDClick(&map.shown.window(), Qt::LeftButton, Qt::NoModifier, from);
+        QTest::qWait(700);
+        QVERIFY(map.layer()->controller()->camera().scale() > before.scale() * 1.9);
+        QVERIFY(map.becomesSharp());
+    }
+};
+
+QTEST_MAIN(MapViewTest)
+#include "MapViewTest.moc"
