@@ -84,9 +84,9 @@ private Q_SLOTS:
     void whatCannotBeReadIsNotDetermined_data()
     {
         QTest::addColumn<QByteArray>("content");
-        QTest::newRow("another word") << QByteArray("[General]\nlocation=always\n");
-        QTest::newRow("another case") << QByteArray("[General]\nlocation=Authorized\n");
-        QTest::newRow("a list") << QByteArray("[General]\nlocation=authorized, denied\n");
+        QTest::newRow("another word") << QByteArray("[General]\nlocation=text:always\n");
+        QTest::newRow("another case") << QByteArray("[General]\nlocation=text:Authorized\n");
+        QTest::newRow("a list") << QByteArray("[General]\nlocation=text:authorized, denied\n");
         QTest::newRow("no settings") << QByteArray("\x7f"
                                                    "ELF\0\0location",
                                                    14);

@@ -14,9 +14,8 @@ QString nameOf(Enum value)
 
 StoredPermissions::StoredPermissions(const QString &path, QObject *parent)
     : Permissions(parent)
-    , m_settings(path, QSettings::IniFormat)
+    , m_answers(path)
 {
-    m_settings.setFallbacksEnabled(false);
 }
 
 QString StoredPermissions::standardPath()
@@ -26,7 +25,7 @@ QString StoredPermissions::standardPath()
 
 Permissions::Answer StoredPermissions::answer(Subject subject) const
 {
-    const QString saved = m_settings.value(nameOf(subject)).toString();
+    const QString saved = m_answers.stringValue(nameOf(subject)).value_or(QString());
     for (const Answer known : {Answer::denied, Answer::authorized})
         if (saved == nameOf(known))
             return known;
@@ -35,6 +34,5 @@ Permissions::Answer StoredPermissions::answer(Subject subject) const
 
 void StoredPermissions::remember(Subject subject, Answer answer)
 {
-    m_settings.setValue(nameOf(subject), nameOf(answer));
-    m_settings.sync();
+    m_answers.setString(nameOf(subject), nameOf(answer));
 }

@@ -1,8 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 #include "Platform/Permissions/Permissions.h"
-
-#include <QSettings>
+#include "Platform/UserDefaults/SettingsUserDefaults.h"
 
 /// The answers in an INI file, each in the file when setAnswer() returns. What cannot be read counts as not determined;
 /// a write that fails leaves the file as it was and the answer in memory.
@@ -23,5 +22,5 @@ protected:
     void remember(Subject subject, Answer answer) override;
 
 private:
-    QSettings m_settings;
+    SettingsUserDefaults m_answers;
 };

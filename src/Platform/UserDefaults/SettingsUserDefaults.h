@@ -2,10 +2,11 @@
 #pragma once
 #include "Platform/UserDefaults/UserDefaults.h"
 
-#include <QSettings>
+#include <QMap>
 
 /// Saved values in one INI file, each with its type before it ("number:37.5"), so that a text which looks like a
-/// number stays a text. Every write replaces the file as a whole; one that fails is tried again with the next.
+/// number stays a text. Every write replaces the file as a whole, and takes in first what other processes have
+/// written; one that fails is tried again with the next.
 ///
 /// What cannot be read counts as unset. A file with lines that are no settings at all is copied beside itself, with
 /// ".unreadable" behind its name, before the first write drops them.
@@ -23,5 +24,13 @@ public:
     void removeObject(const QString &key) override;
 
 private:
-    QSettings m_settings;
+    /// By key, each with its tag; a null text stands for a value that was removed.
+    using Texts = QMap<QString, QString>;
+
+    void change(const QString &key, const QString &text);
+
+    QString m_path;
+    Texts m_saved;
+    /// What the file does not hold yet.
+    Texts m_changes;
 };
