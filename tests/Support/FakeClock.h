@@ -46,6 +46,13 @@ public:
         m_now = until;
     }
 
+    /// Suspends the machine: time passes, but what comes due in it wakes only at its end.
+    void suspend(std::chrono::milliseconds length)
+    {
+        m_now += length;
+        settle();
+    }
+
     /// Runs what an idle event loop would run now.
     void settle() { advance(std::chrono::milliseconds::zero()); }
 

@@ -1,11 +1,10 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "Core/DataSources/EarthquakeDataSource.h"
 #include "Core/Location/LocationManager.h"
-#include "Core/Models/Region.h"
 #include "Core/Notifications/NotificationSettings.h"
 #include "Core/Persistence/ModelContainer.h"
 #include "Core/Persistence/ModelContext.h"
 #include "Core/Repositories/EarthquakeRepository.h"
+#include "Support/FakeDataSource.h"
 #include "Support/World.h"
 
 #include <QTest>
@@ -15,21 +14,14 @@
 using namespace std::chrono_literals;
 
 namespace {
-/// A source that answers at once with the rows of the moment.
-class ReadySource : public EarthquakeDataSource
-{
-public:
-    const Region &region() const override { return Region::canaryIslands(); }
-    QFuture<QList<ParsedEarthquake>> fetchEarthquakes() override { return QtFuture::makeReadyFuture(rows); }
-
-    QList<ParsedEarthquake> rows;
-};
-
 /// A repository with every rule switched on, the magnitude from 4.0 and the radius at 100 km.
 struct Scene
 {
-    Scene()
+    /// A run of the program over the store at `path`, in a folder of its own by default, and what a run before saved.
+    explicit Scene(const QString &path = {}, const QMap<QString, QVariant> &saved = {})
+        : container({.path = path.isEmpty() ? world.folder.filePath(QStringLiteral("store.sqlite")) : path})
     {
+        world.userDefaults.values = saved;
         NotificationSettings &settings = NotificationSettings::shared();
         settings.setIsEnabled(true);
         settings.setGlobalMagnitudeCategory(MagnitudeCategory::moderate);
@@ -76,8 +68,8 @@ struct Scene
     }
 
     World world;
-    ModelContainer container{{.path = world.folder.filePath(QStringLiteral("store.sqlite"))}};
-    ReadySource *source = new ReadySource;
+    ModelContainer container;
+    FakeDataSource *source = new FakeDataSource;
     EarthquakeRepository repository{container.mainContext(), std::unique_ptr<EarthquakeDataSource>(source)};
 };
 }
@@ -145,6 +137,46 @@ private Q_SLOTS:
         QCOMPARE(scene.refresh(rows), QString());
         QVERIFY2(!scene.world.userDefaults.values.contains(QStringLiteral("swarm.lastNotified.10in10")),
                  "what stayed pending is known and never alerts");
+    }
+
+    void eachEventOfAnOutbreakAlertsOnce()
+    {
+        const QTemporaryDir folder;
+        const QString path = folder.filePath(QStringLiteral("store.sqlite"));
+        QMap<QString, QVariant> saved;
+        QList<ParsedEarthquake> outbreak;
+        QHash<QString, int> alerts;
+        const auto refresh = [&alerts](Scene &scene, const QList<ParsedEarthquake> &page) {
+            NotificationSettings::shared().setGlobalMagnitudeCategory(MagnitudeCategory::micro);
+            scene.refresh(page);
+            for (const UserNotificationRequest &request : scene.world.userNotificationCenter.sent)
+                ++alerts[request.identifier];
+        };
+        {
+            Scene scene(path);
+            const QList<ParsedEarthquake> calm = scene.rows(QStringLiteral("calm"), 17, 20h);
+            outbreak = calm + scene.rows(QStringLiteral("outbreak"), 1238, 90min);
+            refresh(scene, calm);
+            QCOMPARE(alerts.size(), 17);
+            scene.source->fails = true;
+            refresh(scene, outbreak);
+            QCOMPARE(alerts.size(), 17);
+            scene.source->fails = false;
+            refresh(scene, outbreak);
+            // Besides the events: 100 in 2 hours and 1,000 in a day, under one identifier.
+            QCOMPARE(alerts.size(), 1255 + 1);
+            scene.source->fails = true;
+            refresh(scene, outbreak);
+            scene.source->fails = false;
+            refresh(scene, outbreak);
+            saved = scene.world.userDefaults.values;
+        }
+        Scene scene(path, saved);
+        refresh(scene, outbreak);
+        QVERIFY(scene.world.userNotificationCenter.sent.empty());
+        QVERIFY(!scene.repository.lastError());
+        for (const ParsedEarthquake &row : std::as_const(outbreak))
+            QCOMPARE(alerts.value(row.eventID), 1);
     }
 
     void unreadableStoreStillAlertsOfTheNew()

@@ -14,6 +14,7 @@
 
 #include <csignal>
 #include <cstdio>
+#include <random>
 
 #include <unistd.h>
 
@@ -167,6 +168,39 @@ private Q_SLOTS:
         QVERIFY2(error.contains(path) && error.contains(reason), qUtf8Printable(error));
         QCOMPARE(bytes(path), before);
         QCOMPARE(QDir(world.folder.path()).entryList(QDir::Files), QStringList{QStringLiteral("the store.sqlite")});
+    }
+
+    void aDamagedStoreIsRefusedAndLeftAlone_data()
+    {
+        QTest::addColumn<QByteArray>("damaged");
+        World world;
+        const QString path = world.folder.filePath(QStringLiteral("sound.sqlite"));
+        makeStore(path, "");
+        const QByteArray sound = bytes(path);
+        constexpr qsizetype pageBytes = 4096;
+        QTest::newRow("header zeroed") << QByteArray(100, '\0') + sound.mid(100);
+        for (qsizetype size = pageBytes; size < sound.size(); size += pageBytes)
+            QTest::addRow("cut after page %d", int(size / pageBytes)) << sound.left(size);
+        std::mt19937 engine(1);
+        for (const qsizetype from : {0, 16, 16, 16, 28, 40, 100}) {
+            QByteArray damaged = sound;
+            for (qsizetype i = from; i < pageBytes; ++i)
+                damaged[i] = char(engine());
+            QTest::addRow("random bytes over the first page from %d, first %d", int(from), int(damaged[from]))
+                << damaged;
+        }
+    }
+
+    void aDamagedStoreIsRefusedAndLeftAlone()
+    {
+        QFETCH(QByteArray, damaged);
+        World world;
+        const QString path = world.folder.filePath(QStringLiteral("store.sqlite"));
+        write(path, damaged);
+        const QString error = openingError(path);
+        QVERIFY2(error.contains(path), qUtf8Printable(error));
+        QVERIFY(bytes(path) == damaged);
+        QCOMPARE(QDir(world.folder.path()).entryList(QDir::Files), QStringList{QStringLiteral("store.sqlite")});
     }
 
     void aNewerStoreKeepsItsUnfinishedLog()

@@ -3,9 +3,13 @@
 #include "Support/FakeClock.h"
 
 #include <QAbstractEventDispatcher>
+#include <QDir>
 #include <QElapsedTimer>
+#include <QFile>
 #include <QSignalSpy>
 #include <QTest>
+
+#include <ctime>
 
 using namespace std::chrono_literals;
 
@@ -107,6 +111,18 @@ private Q_SLOTS:
         QTRY_VERIFY(isAwake);
         // A few dozen at most; a clock that asks again and again makes thousands.
         QVERIFY2(turns.count() < 200, qPrintable(QString::number(turns.count())));
+    }
+
+    void realClockGoesOnInSuspension()
+    {
+        const SystemClock clock;
+        QByteArray timers;
+        for (const QString &name : QDir(QStringLiteral("/proc/self/fdinfo")).entryList(QDir::Files)) {
+            QFile file(QStringLiteral("/proc/self/fdinfo/") + name);
+            if (file.open(QFile::ReadOnly))
+                timers += file.readAll();
+        }
+        QVERIFY2(timers.contains("clockid: " + QByteArray::number(CLOCK_BOOTTIME) + '\n'), timers);
     }
 
     void realClockTellsTheWallTime()
