@@ -1,23 +1,13 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "Core/Networking/HTMLParser.h"
+#include "Fuzz.h"
 
 #include <cmath>
-#include <cstdint>
-#include <cstdlib>
-
-namespace {
-void require(bool holds)
-{
-    if (!holds)
-        std::abort();
-}
-}
-
 /// Takes any bytes as the body of an answer: the outcome is a list that keeps the parser's promises, or one of its two
 /// errors about the page.
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
 {
-    const QByteArray page = HTMLParser::decoded(QByteArray(reinterpret_cast<const char *>(data), qsizetype(size)));
+    const QByteArray page = HTMLParser::decoded(bytesOf(data, size));
     require(page.isValidUtf8());
     try {
         const QList<ParsedEarthquake> events = HTMLParser::parseTable(page);
