@@ -21,6 +21,28 @@ bool isNewer(const Earthquake &a, const Earthquake &b)
     return a.date() != b.date() ? a.date() > b.date() : rowOrder(a.id()) > rowOrder(b.id());
 }
 
+/// By keys of their own: going through the handles, a sort of many events would wait for memory most of the time.
+void sortNewestFirst(std::vector<Earthquake> &earthquakes)
+{
+    struct Key
+    {
+        Instant date;
+        quint64 row;
+        size_t index;
+    };
+    std::vector<Key> keys;
+    keys.reserve(earthquakes.size());
+    for (const Earthquake &earthquake : earthquakes)
+        keys.push_back({earthquake.date(), rowOrder(earthquake.id()), keys.size()});
+    std::sort(keys.begin(), keys.end(),
+              [](const Key &a, const Key &b) { return a.date != b.date ? a.date > b.date : a.row > b.row; });
+    std::vector<Earthquake> sorted;
+    sorted.reserve(keys.size());
+    for (const Key &key : keys)
+        sorted.push_back(std::move(earthquakes[key.index]));
+    earthquakes = std::move(sorted);
+}
+
 /// Puts `values` into `array` so that each lands at its index of `indexes`, which rise; whole stretches between two
 /// of them move at once.
 template<class T>
@@ -127,7 +149,7 @@ void EarthquakeQuery::apply(std::vector<Earthquake> inserted, std::vector<Earthq
     inserted.insert(inserted.end(), replaced.begin(), replaced.end());
     if (inserted.empty())
         return;
-    std::sort(inserted.begin(), inserted.end(), isNewer);
+    sortNewestFirst(inserted);
     const Change change{.removed = remove(gone), .inserted = insert(std::move(inserted))};
     Q_EMIT changed(change);
 }

@@ -11,6 +11,8 @@
 #include <SQLiteCpp/Statement.h>
 #include <SQLiteCpp/Transaction.h>
 
+#include <sqlite3.h>
+
 #include <algorithm>
 #include <cstdint>
 #include <iterator>
@@ -50,11 +52,58 @@ std::string_view text(const SQLite::Column &column)
     return {begin, size_t(column.getBytes())};
 }
 
-/// SQLite keeps what is not a number as NULL.
-double number(const SQLite::Column &column)
+/// A SELECT of whole events, by SQLite's own calls: of a store of many events the wrapper's columns, each of which
+/// holds its statement, would cost more than their values.
+class EventSelect
 {
-    return column.isNull() ? std::numeric_limits<double>::quiet_NaN() : column.getDouble();
-}
+public:
+    EventSelect(const SQLite::Database &database, const std::string &sql)
+        : m_database(database.getHandle())
+    {
+        check(sqlite3_prepare_v2(m_database, sql.c_str(), -1, &m_statement, nullptr), SQLITE_OK);
+    }
+    ~EventSelect() { sqlite3_finalize(m_statement); }
+    Q_DISABLE_COPY_MOVE(EventSelect)
+
+    void bind(int index, std::int64_t value) { check(sqlite3_bind_int64(m_statement, index, value), SQLITE_OK); }
+
+    /// False behind the last row.
+    bool step()
+    {
+        const int result = sqlite3_step(m_statement);
+        if (result == SQLITE_DONE)
+            return false;
+        check(result, SQLITE_ROW);
+        return true;
+    }
+
+    bool isNull(int column) const { return sqlite3_column_type(m_statement, column) == SQLITE_NULL; }
+    std::int64_t integer(int column) const { return sqlite3_column_int64(m_statement, column); }
+
+    /// SQLite keeps what is not a number as NULL.
+    double number(int column) const
+    {
+        return isNull(column) ? std::numeric_limits<double>::quiet_NaN() : sqlite3_column_double(m_statement, column);
+    }
+
+    /// Until the next step().
+    std::string_view text(int column) const
+    {
+        // The order matters: the bytes are those of the text. A text that is NULL is no pointer.
+        const auto *const begin = reinterpret_cast<const char *>(sqlite3_column_text(m_statement, column));
+        return {begin ? begin : "", size_t(sqlite3_column_bytes(m_statement, column))};
+    }
+
+private:
+    void check(int result, int expected) const
+    {
+        if (result != expected)
+            throw SQLite::Exception(m_database, result);
+    }
+
+    sqlite3 *m_database;
+    sqlite3_stmt *m_statement = nullptr;
+};
 
 /// Stored and pending events in the order of `sort`, which both have already. Pending ones are later rows.
 std::vector<Earthquake> withPending(std::vector<Earthquake> stored, const std::vector<Earthquake> &pending,
@@ -108,28 +157,28 @@ struct ModelContext::Private
         }
     }
 
-    Earthquake earthquake(SQLite::Statement &row) const
+    Earthquake earthquake(const EventSelect &row) const
     {
         auto *record = new EarthquakeRecord;
-        record->id = container.identityOf(row.getColumn(0).getInt64());
-        record->eventID = text(row.getColumn(1));
-        record->date = instant(row.getColumn(2).getInt64());
-        record->latitude = number(row.getColumn(3));
-        record->longitude = number(row.getColumn(4));
-        record->depth = number(row.getColumn(5));
-        record->magnitude = number(row.getColumn(6));
-        record->magnitudeTypeIndex = InternedTexts::labels().indexOf(text(row.getColumn(7)));
-        if (!row.getColumn(8).isNull())
-            record->maxIntensityIndex = InternedTexts::labels().indexOf(text(row.getColumn(8)));
-        record->locationIndex = InternedTexts::placeNames().indexOf(text(row.getColumn(9)));
-        record->fetchedAt = instant(row.getColumn(10).getInt64());
+        record->id = container.identityOf(row.integer(0));
+        record->eventID = row.text(1);
+        record->date = instant(row.integer(2));
+        record->latitude = row.number(3);
+        record->longitude = row.number(4);
+        record->depth = row.number(5);
+        record->magnitude = row.number(6);
+        record->magnitudeTypeIndex = InternedTexts::labels().indexOf(row.text(7));
+        if (!row.isNull(8))
+            record->maxIntensityIndex = InternedTexts::labels().indexOf(row.text(8));
+        record->locationIndex = InternedTexts::placeNames().indexOf(row.text(9));
+        record->fetchedAt = instant(row.integer(10));
         return Earthquake(record);
     }
 
-    std::vector<Earthquake> earthquakes(SQLite::Statement &select) const
+    std::vector<Earthquake> earthquakes(EventSelect &select) const
     {
         std::vector<Earthquake> rows;
-        while (select.executeStep())
+        while (select.step())
             rows.push_back(earthquake(select));
         return rows;
     }
@@ -137,10 +186,9 @@ struct ModelContext::Private
     std::vector<Earthquake> stored(const FetchDescriptor &descriptor, std::int64_t offset, std::int64_t limit) const
     {
         const bool isSorted = descriptor.sort == FetchDescriptor::Sort::dateReverse;
-        SQLite::Statement select(database,
-                                 std::string("SELECT ") + columns + " FROM earthquake WHERE date BETWEEN ? AND ?"
-                                     + (isSorted ? " ORDER BY date DESC, id DESC" : " ORDER BY id")
-                                     + " LIMIT ? OFFSET ?");
+        EventSelect select(database,
+                           std::string("SELECT ") + columns + " FROM earthquake WHERE date BETWEEN ? AND ?"
+                               + (isSorted ? " ORDER BY date DESC, id DESC" : " ORDER BY id") + " LIMIT ? OFFSET ?");
         const Span span(descriptor.dates);
         select.bind(1, span.first);
         select.bind(2, span.last);
@@ -320,9 +368,8 @@ std::vector<Instant> ModelContext::newestDateOfEachYear() const
 std::vector<Earthquake> ModelContext::fetchRowsAfter(qint64 row) const
 {
     return d->reading([&] {
-        SQLite::Statement select(d->database,
-                                 std::string("SELECT ") + columns + " FROM earthquake WHERE id > ? ORDER BY id");
-        select.bind(1, std::int64_t(row));
+        EventSelect select(d->database, std::string("SELECT ") + columns + " FROM earthquake WHERE id > ? ORDER BY id");
+        select.bind(1, row);
         return d->earthquakes(select);
     });
 }
