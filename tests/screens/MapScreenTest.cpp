@@ -86,6 +86,32 @@ private Q_SLOTS:
         QCOMPARE(f.shown(), QStringLiteral("1"));
     }
 
+    /// Not the minute alone: whatever is drawn anew finds the cut-off where it is by then.
+    void everyRedrawMovesTheCutoff_data()
+    {
+        QTest::addColumn<bool>("byCountdown");
+        QTest::newRow("a selection") << false;
+        QTest::newRow("a second of the countdown") << true;
+    }
+
+    void everyRedrawMovesTheCutoff()
+    {
+        QFETCH(bool, byCountdown);
+        Fixture f;
+        f.screen.setSelectedDateFilter(DateFilter::last24h);
+        if (byCountdown)
+            f.repository.refresh(true);
+        f.world.settle();
+        QCOMPARE(f.shown(), QStringLiteral("1 2"));
+        f.world.clock.advance(1s);
+        f.world.settle();
+        if (!byCountdown) {
+            QCOMPARE(f.shown(), QStringLiteral("1 2"));
+            f.screen.toggle(f.event(0));
+        }
+        QCOMPARE(f.shown(), QStringLiteral("1"));
+    }
+
     void newEventsComeOntoTheMap()
     {
         Fixture f;

@@ -33,10 +33,19 @@ void MapScreen::componentComplete()
 /// Everything that the screen is drawn from.
 void MapScreen::watch()
 {
-    connect(&m_container->earthquakes(), &EarthquakeQuery::changed, this, &MapScreen::redraw);
-    connect(m_repository, &EarthquakeRepository::isLoadingChanged, this, &MapScreen::redraw);
-    connect(m_viewModel.get(), &MapViewModel::selectedFilterChanged, this, &MapScreen::redraw);
-    connect(m_viewModel.get(), &MapViewModel::selectedDateFilterChanged, this, &MapScreen::redraw);
+    const auto redrawAt = [this](auto *source, auto signal) { connect(source, signal, this, &MapScreen::redraw); };
+    connect(&m_container->earthquakes(), &EarthquakeQuery::changed, this, [this] {
+        m_shown.reset();
+        redraw();
+    });
+    redrawAt(m_repository, &EarthquakeRepository::isLoadingChanged);
+    redrawAt(m_repository, &EarthquakeRepository::lastUpdatedChanged);
+    redrawAt(m_repository, &EarthquakeRepository::lastErrorChanged);
+    redrawAt(m_repository, &EarthquakeRepository::isCoolingDownChanged);
+    redrawAt(m_repository, &EarthquakeRepository::cooldownRemainingSecondsChanged);
+    redrawAt(m_viewModel.get(), &MapViewModel::selectedFilterChanged);
+    redrawAt(m_viewModel.get(), &MapViewModel::selectedDateFilterChanged);
+    redrawAt(m_viewModel.get(), &MapViewModel::selectedEarthquakeChanged);
     connect(m_viewModel.get(), &MapViewModel::selectedEarthquakeChanged, this, &MapScreen::showSelection);
     connect(&NotificationCenter::defaultCenter(), &NotificationCenter::posted, this, &MapScreen::answerMenu);
 }
@@ -51,7 +60,13 @@ void MapScreen::tick(Task &task)
 
 void MapScreen::redraw()
 {
-    m_markers.setEarthquakes(filteredEarthquakes());
+    const EarthquakeQuery &query = m_container->earthquakes();
+    const auto cutoff = m_viewModel->selectedDateFilter().cutoffDate();
+    const Choice choice{m_viewModel->selectedFilter().category(), cutoff ? query.countSince(*cutoff) : query.count()};
+    if (m_shown != choice) {
+        m_markers.setEarthquakes(chosen(choice));
+        m_shown = choice;
+    }
     Q_EMIT redrawn();
 }
 
@@ -63,18 +78,15 @@ void MapScreen::showSelection()
     Q_EMIT calloutChanged();
 }
 
-std::vector<Earthquake> MapScreen::filteredEarthquakes() const
+std::vector<Earthquake> MapScreen::chosen(const Choice &choice) const
 {
     const EarthquakeQuery &query = m_container->earthquakes();
-    const auto category = m_viewModel->selectedFilter().category();
-    const auto cutoff = m_viewModel->selectedDateFilter().cutoffDate();
-    const qsizetype count = cutoff ? query.countSince(*cutoff) : query.count();
     const auto &all = query.earthquakes();
-    if (!category)
-        return {all.begin(), all.begin() + count};
+    if (!choice.category)
+        return {all.begin(), all.begin() + choice.newest};
     std::vector<Earthquake> kept;
-    for (qsizetype i = 0; i < count; ++i)
-        if (query.bands()[size_t(i)] == category->band())
+    for (qsizetype i = 0; i < choice.newest; ++i)
+        if (query.bands()[size_t(i)] == choice.category->band())
             kept.push_back(all[size_t(i)]);
     return kept;
 }

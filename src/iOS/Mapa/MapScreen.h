@@ -94,7 +94,16 @@ private:
     void tick(Task &task);
     void redraw();
     void showSelection();
-    std::vector<Earthquake> filteredEarthquakes() const;
+    /// What the filters let through of the events, at one moment.
+    struct Choice
+    {
+        std::optional<MagnitudeCategory> category;
+        /// Only among so many of the newest events.
+        qsizetype newest;
+
+        bool operator==(const Choice &) const = default;
+    };
+    std::vector<Earthquake> chosen(const Choice &choice) const;
     void answerMenu(const QString &notification);
 
     ModelContainer *m_container = nullptr;
@@ -103,6 +112,8 @@ private:
     Task::Handle m_clockTask;
     DateFormatter m_dates;
     EarthquakeMarkerSet m_markers;
+    /// What the markers are of; absent once other events are stored.
+    std::optional<Choice> m_shown;
     std::optional<Earthquake> m_called;
     bool m_isActive = false;
     bool m_showFilterPopover = false;
