@@ -6,6 +6,7 @@
 #include <QSGRendererInterface>
 #include <QTest>
 
+#include <algorithm>
 #include <cmath>
 
 namespace {
@@ -180,6 +181,47 @@ private Q_SLOTS:
         QTest::qWait(700);
         QVERIFY(map.layer()->controller()->camera().scale() > before.scale() * 1.9);
         QVERIFY(map.becomesSharp());
+    }
+
+    void closingTheCalloutGivesTheKeyboardBackToTheMap()
+    {
+        MapSection map;
+        QVERIFY(map.open());
+        map.click(map.at(28.6, -17.9));
+        map.shown.named(QStringLiteral("Cerrar"))->forceActiveFocus(Qt::TabFocusReason);
+        QVERIFY(!map.shown.item(QStringLiteral("map"))->hasActiveFocus());
+        map.shown.press(Qt::Key_Escape);
+        QVERIFY(!map.layer()->markers()->selected());
+        QVERIFY(map.shown.item(QStringLiteral("map"))->hasActiveFocus());
+    }
+
+    /// Endless motion that nobody sees would cost as much as if somebody did.
+    void onlyTheLatestMarkerRipplesAndOnlyInSight()
+    {
+        MapSection map;
+        QVERIFY(map.open());
+        const QString ripple = QStringLiteral("ripple");
+        const auto moving = [&] {
+            const QList<QQuickItem *> rings = map.shown.items(ripple);
+            return int(std::count_if(rings.begin(), rings.end(),
+                                     [](QQuickItem *ring) { return ring->property("isMoving").toBool(); }));
+        };
+        QCOMPARE(moving(), 3);
+        map.shown.window().hide();
+        QCOMPARE(moving(), 0);
+        map.shown.window().showMinimized();
+        QCOMPARE(moving(), 0);
+        map.shown.window().showNormal();
+        QCOMPARE(moving(), 3);
+        map.shown.settle();
+        map.shown.world.appearance.setReducedMotion(true);
+        map.shown.settle();
+        QCOMPARE(moving(), 0);
+        for (QQuickItem *ring : map.shown.items(ripple))
+            QCOMPARE(ring->childItems().first()->opacity(), 1.0);
+        map.layer()->markers()->setEarthquakes({});
+        map.shown.settle();
+        QCOMPARE(map.shown.items(ripple).size(), 0);
     }
 };
 

@@ -114,6 +114,7 @@ NavigationStack {
 
             anchors { left: parent.left; right: parent.right; leftMargin: Theme.l; rightMargin: Theme.l }
             screen: screen
+            onDismissed: map.forceActiveFocus(Qt.OtherFocusReason)
         }
     }
 }

@@ -26,6 +26,7 @@ EarthquakeCallout {
     magnitudeType: screen.magnitudeType
     onViewDetail: screen.viewDetail()
     onDismissed: root.dismiss()
+    Keys.onEscapePressed: root.dismissed()
 
     Behavior on progress {
         NumberAnimation {

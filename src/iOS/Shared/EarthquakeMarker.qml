@@ -44,6 +44,7 @@ Item {
         delegate: RippleRing {
             required property real modelData
 
+            objectName: "ripple"
             delay: modelData
             baseSize: root.markerSize
         }

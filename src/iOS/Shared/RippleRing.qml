@@ -14,6 +14,7 @@ Item {
     required property real baseSize
     readonly property real growth: 3.2
     readonly property real stillGrowth: 1.5
+    readonly property real restScale: (Theme.reducedMotion ? root.stillGrowth : 1) / root.growth
     readonly property bool isShown: Window.visibility !== Window.Hidden && Window.visibility !== Window.Minimized
     readonly property bool isMoving: visible && isShown && !Theme.reducedMotion
 
@@ -27,10 +28,11 @@ Item {
         diameter: root.baseSize * root.growth
         lineWidth: 2 * root.growth
         visible: !Theme.reducedMotion || root.delay === 0
-        scale: (Theme.reducedMotion ? root.stillGrowth : 1) / root.growth
+        scale: root.restScale
     }
     SequentialAnimation {
         running: root.isMoving
+        onStopped: root.rest()
 
         PauseAnimation { duration: root.delay * 1000 }
         ParallelAnimation {
@@ -55,5 +57,11 @@ Item {
                 easing.bezierCurve: Theme.easeOutCurve // qmllint disable
             }
         }
+    }
+
+    /// It begins again from the beginning.
+    function rest(): void {
+        circle.scale = Qt.binding(() => root.restScale)
+        circle.opacity = 1
     }
 }

@@ -19,7 +19,8 @@ T.ToolTip {
     verticalPadding: 5
     delay: TipTiming.delay
     visible: shown && text.length > 0
-    closePolicy: T.Popup.CloseOnEscape | T.Popup.CloseOnPressOutsideParent | T.Popup.CloseOnReleaseOutsideParent
+    // Escape is for what lies below: it must not take a second press because the first one only closed a tip.
+    closePolicy: T.Popup.CloseOnPressOutsideParent | T.Popup.CloseOnReleaseOutsideParent
     onOpened: TipTiming.noteShown()
     onClosed: TipTiming.noteHidden()
 
