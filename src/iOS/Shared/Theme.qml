@@ -61,9 +61,9 @@ QtObject {
     readonly property color depthIntermediate: dark ? "#F5A13C" : "#F08C1A"
     readonly property color depthDeep: dark ? "#F2665E" : "#E5453D"
 
-    // Over the map.
-    readonly property color material: dark ? "#DB21272C" : "#E0FCFDFD"
-    readonly property color barMaterial: dark ? "#D114181B" : "#DBFCFDFD"
+    // Over the map, whose labels would shine through anything thinner: nothing blurs them.
+    readonly property color material: dark ? "#F521272C" : "#F5FCFDFD"
+    readonly property color barMaterial: dark ? "#F514181B" : "#F5FCFDFD"
     readonly property color scrim: dark ? "#8F040709" : "#5210181E"
 
     // Small things.
