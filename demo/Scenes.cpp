@@ -18,6 +18,12 @@ QByteArray tenDays()
     return PageGenerator::page(generator.swarm(45, now, 120h) + generator.ordinary(105, now));
 }
 
+/// As long a page as the institute has published.
+QByteArray longSwarm()
+{
+    return PageGenerator::page(PageGenerator(7).swarm(1698, now, 240h));
+}
+
 /// Place names as nobody should write them: markup, escapes of a terminal, marks that turn the writing round, and a
 /// name as long as a page.
 QByteArray hostilePage()
@@ -151,11 +157,19 @@ const std::vector<Scene> &scenes()
         {"history-end", {openFull, section(Qt::Key_2), waitFor("history"), scroll("history", 40)}},
         {"history-empty", {open, section(Qt::Key_2), waitFor("Sin resultados*")}},
         {"map", {openFull, section(Qt::Key_3), waitFor("map")}},
-        {"map-zoomed", {openFull, section(Qt::Key_3), waitFor("map"), keys(3, Qt::Key_Plus)}},
+        {"map-zoomed",
+         {openFull, section(Qt::Key_3), waitFor("map"), press("map"), key(Qt::Key_Left), keys(3, Qt::Key_Plus)}},
         {"map-selected",
          {openFull, section(Qt::Key_3), waitFor("map"), press("map"), key(Qt::Key_Right, Qt::AltModifier),
           key(Qt::Key_Return), waitFor("Ver detalle")}},
         {"map-filter", {openFull, section(Qt::Key_3), waitFor("map"), press("filterButton"), press("Major")}},
+        {"map-nothing",
+         {openFull, section(Qt::Key_3), waitFor("map"), press("map"), key(Qt::Key_Right, Qt::AltModifier),
+          key(Qt::Key_Return), waitFor("Ver detalle"), press("filterButton"), press("Major"), key(Qt::Key_Escape)}},
+        {"map-swarm", {answer(longSwarm()), open, section(Qt::Key_3), waitFor("map")}},
+        {"map-swarm-zoomed",
+         {answer(longSwarm()), open, section(Qt::Key_3), waitFor("map"), press("map"), key(Qt::Key_Left),
+          keys(3, Qt::Key_Plus)}},
         {"map-empty", {open, section(Qt::Key_3), waitFor("map")}},
         {"info-scrolled", {openFull, key(Qt::Key_I, Qt::ControlModifier), scroll("Leve*", 30)}},
         {"stats", {openFull, section(Qt::Key_4), waitFor("Actividad Reciente")}},
