@@ -69,7 +69,11 @@ ShownWindow::ShownWindow()
     });
 }
 
-ShownWindow::~ShownWindow() = default;
+ShownWindow::~ShownWindow()
+{
+    if (!m_warnings.isEmpty())
+        QTest::qFail(qPrintable(m_warnings.join(u'\n')), __FILE__, __LINE__);
+}
 
 void ShownWindow::enqueuePage(const QList<ParsedEarthquake> &rows)
 {

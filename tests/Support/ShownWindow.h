@@ -11,7 +11,7 @@
 #include <memory>
 
 /// The main window over a store in memory and the faked machine, shown as the program shows it. What the source
-/// answers comes from `world.urlSession`: queue it before show().
+/// answers comes from `world.urlSession`: queue it before show(). Its end fails the test when QML has warned.
 class ShownWindow
 {
 public:

@@ -74,7 +74,23 @@ public:
     {
         QTest::mouseClick(&shown.window(), Qt::LeftButton, Qt::NoModifier, point);
         shown.settle();
-        QTest::qWait(400);
+        comesToRest();
+    }
+
+    /// Markers have grown or shrunk and the callout has come or gone. False when that does not happen.
+    bool comesToRest()
+    {
+        const auto isAtRest = [](const QQuickItem *item) {
+            const bool isMarkerAtRest =
+                !item->property("discSize").isValid() || item->property("discSize") == item->property("markerSize");
+            const bool isCalloutAtRest =
+                !item->property("isDismissed").isValid() || (item->isEnabled() && item->property("progress") == 1);
+            return isMarkerAtRest && isCalloutAtRest;
+        };
+        return QTest::qWaitFor([&] {
+            const QList<QQuickItem *> items = shown.itemsOf("QQuickItem");
+            return std::all_of(items.begin(), items.end(), isAtRest);
+        });
     }
 
     QColor colorAt(const QPoint &point)
@@ -140,8 +156,7 @@ private Q_SLOTS:
         QCOMPARE(map.layer()->markers()->selected()->eventID(), QStringLiteral("3"));
         QVERIFY(map.layer()->controller()->camera() == before);
         map.shown.click(map.shown.named(QStringLiteral("Cerrar")));
-        QTest::qWait(500);
-        QVERIFY(!map.hasCallout());
+        QTRY_VERIFY(!map.hasCallout());
     }
 
     void theKeyboardWalksFromEventToEvent()
@@ -160,8 +175,7 @@ private Q_SLOTS:
         map.shown.press(Qt::Key_Return);
         QVERIFY(map.hasCallout());
         map.shown.press(Qt::Key_Escape);
-        QTest::qWait(400);
-        QVERIFY(!map.hasCallout());
+        QTRY_VERIFY(!map.hasCallout());
     }
 
     void gesturesMoveTheMap()
@@ -178,8 +192,7 @@ private Q_SLOTS:
         map.shown.settle();
         QVERIFY(map.layer()->controller()->camera().center().x() < before.center().x());
         QTest::mouseDClick(&map.shown.window(), Qt::LeftButton, Qt::NoModifier, from);
-        QTest::qWait(700);
-        QVERIFY(map.layer()->controller()->camera().scale() > before.scale() * 1.9);
+        QTRY_VERIFY(map.layer()->controller()->camera().scale() > before.scale() * 1.9);
         QVERIFY(map.becomesSharp());
     }
 
