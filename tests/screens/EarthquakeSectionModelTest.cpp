@@ -181,6 +181,16 @@ private Q_SLOTS:
         QTEST(f.model.currentRow(), "row");
     }
 
+    void onlyARowThatThereIsCanBeChosen()
+    {
+        Fixture f;
+        f.show(fiveEvents(), {0, 1, 2, 3});
+        f.model.setCurrentRow(4);
+        QCOMPARE(f.model.currentRow(), 3);
+        f.model.setCurrentRow(-2);
+        QCOMPARE(f.model.currentRow(), -1);
+    }
+
     void eventWithNewValuesIsShownAnew()
     {
         Fixture f;
@@ -205,14 +215,17 @@ private Q_SLOTS:
     void rowInWords()
     {
         Fixture f;
+        // 14 characters on one line, and endless more.
+        const QString location = QStringLiteral("W\n\u202E<b>ADEJE</b>") + QString(4000, u'x');
         const Earthquake event(QStringLiteral("x"), Instant(std::chrono::seconds(1738379005)), 28, -16, 9.5, 2.25,
-                               QStringLiteral("mbLg"), std::nullopt, QStringLiteral("W <b>ADEJE</b>"));
+                               QStringLiteral("mbLg"), std::nullopt, location);
         f.show({event}, {0});
-        QCOMPARE(f.value(0, EarthquakeSectionModel::locationRole).toString(), QStringLiteral("W <b>ADEJE</b>"));
+        QCOMPARE(f.value(0, EarthquakeSectionModel::locationRole).toString(), location);
         QCOMPARE(f.value(0, EarthquakeSectionModel::depthTextRole).toString(), QStringLiteral("10 km"));
         QCOMPARE(f.value(0, EarthquakeSectionModel::dateTextRole).toString(), QStringLiteral("02/1/25, 03:03"));
         QCOMPARE(f.value(0, EarthquakeSectionModel::sentenceRole).toString(),
-                 QStringLiteral("Magnitud 2.2, W <b>ADEJE</b>, 02/1/25, 03:03, profundidad 10 km"));
+                 QStringLiteral("Magnitud 2.2, W <b>ADEJE</b>") + QString(186, u'x')
+                     + QStringLiteral(", 02/1/25, 03:03, profundidad 10 km"));
     }
 };
 

@@ -55,7 +55,7 @@ NavigationPage {
         sectionTitles: ({})
         areRowsLinks: true
         currentIndex: screen.rows.currentRow
-        onCurrentIndexChanged: screen.rows.currentRow = currentIndex
+        onRowChosen: row => screen.rows.currentRow = row
         onRowActivated: row => root.stack.openEvent(root, detail, screen.rows.reference(row))
         footer: LoadMoreRow {
             list: ListView.view // qmllint disable

@@ -4,7 +4,7 @@ import QtQuick.Templates as T
 import orvalia.Shared
 
 /// Events in sections, one under the other. One stop of the keyboard: arrows, Page Up and Down, Home and End move the
-/// chosen row, Enter opens it.
+/// chosen row, Enter opens it. Bind currentIndex to the chosen row; the list itself only asks for another one.
 ListView {
     id: root
 
@@ -18,13 +18,16 @@ ListView {
     property bool showsFocus: false
     readonly property int rowsOfAPage: Math.max(1, Math.floor(height / Theme.listRowHeight) - 1)
 
+    /// The user wants this row to be the chosen one.
+    signal rowChosen(row: int)
+    /// The user opens this row.
     signal rowActivated(row: int)
 
     function choose(row: int): void {
         if (root.count === 0)
             return
         root.showsFocus = true
-        root.currentIndex = Math.max(0, Math.min(root.count - 1, row))
+        root.rowChosen(Math.max(0, Math.min(root.count - 1, row)))
     }
 
     function press(row: int): void {
@@ -33,17 +36,17 @@ ListView {
             root.Window.activeFocusItem.focus = false
         root.forceActiveFocus(Qt.MouseFocusReason)
         root.showsFocus = false
-        root.currentIndex = row
+        root.rowChosen(row)
     }
 
     function open(row: int): void {
         root.press(row)
-        root.activate()
+        root.activate(row)
     }
 
-    function activate(): void {
-        if (root.currentIndex >= 0 && root.currentIndex < root.count && root.areRowsLinks)
-            root.rowActivated(root.currentIndex)
+    function activate(row: int): void {
+        if (root.areRowsLinks && row >= 0)
+            root.rowActivated(row)
     }
 
     clip: true
@@ -61,8 +64,8 @@ ListView {
     Keys.onReleased: event => showsFocus = showsFocus || event.key === Qt.Key_Tab || event.key === Qt.Key_Backtab
     Keys.onUpPressed: choose(currentIndex - 1)
     Keys.onDownPressed: choose(currentIndex + 1)
-    Keys.onReturnPressed: activate()
-    Keys.onEnterPressed: activate()
+    Keys.onReturnPressed: activate(currentIndex)
+    Keys.onEnterPressed: activate(currentIndex)
     Keys.onPressed: event => {
         const step = {
             [Qt.Key_PageUp]: currentIndex - rowsOfAPage, [Qt.Key_PageDown]: currentIndex + rowsOfAPage,
@@ -94,9 +97,17 @@ ListView {
         onHoveredChanged: root.hoveredRow = hovered ? index : -1
         onPressed: root.press(index)
         // Not at the press: it may begin a drag.
-        onClicked: root.activate()
+        onClicked: root.activate(index)
         Accessible.onPressAction: root.open(index)
     }
     // qmllint enable unqualified
     T.ScrollBar.vertical: OverlayScrollBar {}
+
+    FocusRing {
+        objectName: "listFocus"
+        parent: root
+        inside: true
+        around: 0
+        shown: root.showsFocus && root.currentIndex < 0
+    }
 }

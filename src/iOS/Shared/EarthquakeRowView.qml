@@ -2,7 +2,8 @@
 import QtQuick
 import orvalia.Shared
 
-/// An event as lists show it: magnitude, place, date and depth.
+/// An event as lists show it: magnitude, place, date and depth. A screen reader is told by the row that holds it, in
+/// one sentence.
 Item {
     id: root
 
@@ -32,6 +33,7 @@ Item {
             text: fact.text
             textStyle: Theme.caption
             color: Theme.secondary
+            Accessible.ignored: true
         }
     }
 
@@ -42,6 +44,7 @@ Item {
 
         anchors.verticalCenter: parent.verticalCenter
         magnitude: root.magnitude
+        Accessible.ignored: true
     }
     Column {
         id: texts
@@ -57,6 +60,7 @@ Item {
             content: root.location
             textStyle: Theme.subheadline
             font.weight: Font.DemiBold
+            Accessible.ignored: true
         }
         Row {
             spacing: Theme.s

@@ -3,6 +3,7 @@
 
 #include "Platform/Text/Localization.h"
 #include "Platform/Text/NumberFormat.h"
+#include "Platform/Text/OneLine.h"
 
 #include <algorithm>
 #include <optional>
@@ -13,6 +14,8 @@ namespace {
 constexpr size_t maximumEdits = 64;
 /// How far a row is looked for among rows of the same date. One not found is removed and comes in again.
 constexpr qsizetype maximumLookAhead = 64;
+/// Longest place name that is read out, in characters. Real ones have up to 40.
+constexpr qsizetype maximumSpokenName = 200;
 
 QString depthText(double depthKm)
 {
@@ -107,28 +110,31 @@ void EarthquakeSectionModel::show(std::span<const Earthquake> events, std::span<
     const Shown shown(events, places, std::move(runs));
     const int chosenRow = m_currentRow;
     const auto chosen = chosenRow >= 0 ? std::optional(at(chosenRow).id()) : std::nullopt;
-    apply(editsTowards(shown), shown);
+    const std::vector<Edit> edits = editsTowards(shown);
+    apply(edits, shown);
     replaceChangedRows(shown);
-    if (chosen)
+    if (chosen && !edits.empty())
         chooseAgain(chosenRow, *chosen);
 }
 
 void EarthquakeSectionModel::setCurrentRow(int row)
 {
-    if (row == m_currentRow)
+    const int existing = std::clamp(row, -1, rowCount() - 1);
+    if (existing == m_currentRow)
         return;
-    m_currentRow = row;
+    m_currentRow = existing;
     Q_EMIT currentRowChanged();
 }
 
-/// A view whose current row goes away chooses another by itself, also when the row comes back in the same breath; so
-/// the choice is put right afterwards.
+/// Tells the choice also where it stays the same: a view whose current row goes away chooses another by itself, even
+/// when the row comes back in the same breath.
 void EarthquakeSectionModel::chooseAgain(int row, PersistentIdentifier id)
 {
     // An event may stand twice where pages of a growing store meet.
     const bool isInPlace = row < rowCount() && at(row).id() == id;
     const int found = isInPlace ? row : int(rowOf(id));
-    setCurrentRow(found >= 0 ? found : std::min(row, rowCount() - 1));
+    m_currentRow = found >= 0 ? found : std::min(row, rowCount() - 1);
+    Q_EMIT currentRowChanged();
 }
 
 /// Both lists are newest first, so that one walk over them side by side finds what came and what went.
@@ -230,6 +236,6 @@ quint32 EarthquakeSectionModel::numberOfSection(const QString &id)
 QString EarthquakeSectionModel::sentence(const Earthquake &earthquake) const
 {
     return formatted(localized("list.row.sentence", QStringLiteral("Magnitud %@, %@, %@, profundidad %@")),
-                     {fixedText(earthquake.magnitude(), 1), earthquake.location(), m_dates.string(earthquake.date()),
-                      depthText(earthquake.depth())});
+                     {fixedText(earthquake.magnitude(), 1), oneLine(earthquake.location()).left(maximumSpokenName),
+                      m_dates.string(earthquake.date()), depthText(earthquake.depth())});
 }

@@ -51,6 +51,7 @@ public:
     /// The row of an event; -1 when it is not shown.
     qsizetype rowOf(PersistentIdentifier id) const;
     int currentRow() const { return m_currentRow; }
+    /// The nearest row that there is; below the first one, none.
     void setCurrentRow(int row);
 
     /// Shows those of `events` whose indexes are in `places`, in this order, which should be newest first: where it is

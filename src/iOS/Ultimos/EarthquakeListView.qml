@@ -82,7 +82,7 @@ NavigationStack {
             sectionTitles: screen.sectionTitles
             areRowsLinks: true
             currentIndex: screen.rows.currentRow
-            onCurrentIndexChanged: screen.rows.currentRow = currentIndex
+            onRowChosen: row => screen.rows.currentRow = row
             onRowActivated: row => root.openEvent(page, detail, screen.rows.reference(row))
 
             PullToRefresh {
