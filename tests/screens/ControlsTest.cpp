@@ -3,6 +3,7 @@
 #include "iOS/Shared/PickerModel.h"
 
 #include <QAccessible>
+#include <QPointingDevice>
 #include <QQmlComponent>
 #include <QQmlContext>
 #include <QQmlEngine>
@@ -343,6 +344,36 @@ private Q_SLOTS:
         }
         QVERIFY(texts > 40);
         QVERIFY(buttons > 20);
+    }
+
+    void scrollBarFadesWhereTheUserScrollsByTouch_data()
+    {
+        QTest::addColumn<int>("device");
+        QTest::addColumn<double>("opacityAtRest");
+        QTest::newRow("mouse alone") << int(QInputDevice::DeviceType::Mouse) << 1.0;
+        QTest::newRow("touch screen") << int(QInputDevice::DeviceType::TouchScreen) << 0.0;
+        QTest::newRow("touch pad") << int(QInputDevice::DeviceType::TouchPad) << 0.0;
+    }
+
+    void scrollBarFadesWhereTheUserScrollsByTouch()
+    {
+        QFETCH(int, device);
+        QFETCH(double, opacityAtRest);
+        const std::unique_ptr<QPointingDevice> pointer(QTest::createTouchDevice(QInputDevice::DeviceType(device)));
+        QQuickItem *page = show("ScrollPage { name: 'A'; width: 200; height: 100; Item { width: 1; height: 900 } }");
+        const auto opacity = [&] {
+            const QList<QQuickItem *> items = page->findChildren<QQuickItem *>();
+            const auto bar =
+                std::ranges::find_if(items, [](QQuickItem *item) { return item->inherits("QQuickScrollBar"); });
+            return (*bar)->property("contentItem").value<QQuickItem *>()->opacity();
+        };
+        QTRY_COMPARE(opacity(), opacityAtRest);
+        const QPoint middle(100, 50);
+        QWheelEvent down(middle, m_view->mapToGlobal(middle), {}, {0, -120}, Qt::NoButton, Qt::NoModifier,
+                         Qt::NoScrollPhase, false);
+        QCoreApplication::sendEvent(m_view.get(), &down);
+        QTRY_COMPARE(opacity(), 1.0);
+        QTRY_COMPARE(opacity(), opacityAtRest);
     }
 
 private:

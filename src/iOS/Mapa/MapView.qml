@@ -10,6 +10,8 @@ NavigationStack {
 
     required property ModelContainer container
     required property EarthquakeRepository repository
+    /// The form of the settings, for a sheet.
+    required property Component settings
 
     MapScreen {
         id: screen
@@ -24,6 +26,11 @@ NavigationStack {
         EarthquakeDetailView {
             container: root.container
         }
+    }
+    SettingsSheet {
+        settings: root.settings
+        visible: screen.showSettings
+        onDismissRequested: screen.showSettings = false
     }
 
     initialItem: NavigationPage {

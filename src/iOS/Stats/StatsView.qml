@@ -8,11 +8,18 @@ NavigationStack {
     id: root
 
     required property ModelContainer container
+    /// The form of the settings, for a sheet.
+    required property Component settings
 
     StatsScreen {
         id: screen
 
         container: root.container
+    }
+    SettingsSheet {
+        settings: root.settings
+        visible: screen.showSettings
+        onDismissRequested: screen.showSettings = false
     }
 
     initialItem: NavigationPage {

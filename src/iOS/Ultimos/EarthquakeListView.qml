@@ -10,6 +10,10 @@ NavigationStack {
 
     required property ModelContainer container
     required property EarthquakeRepository repository
+    /// The page of the whole store, to be pushed over the list.
+    required property Component historico
+    /// The form of the settings.
+    required property Component settings
 
     EarthquakeListScreen {
         id: screen
@@ -23,6 +27,18 @@ NavigationStack {
         EarthquakeDetailView {
             container: root.container
         }
+    }
+
+    PresentedPage {
+        stack: root
+        page: root.historico
+        isPresented: screen.showHistorico
+        onDismissed: screen.showHistorico = false
+    }
+    SettingsSheet {
+        settings: root.settings
+        visible: screen.showSettings
+        onDismissRequested: screen.showSettings = false
     }
 
     initialItem: NavigationPage {

@@ -15,10 +15,19 @@ Item {
     readonly property real enough: 64
     /// What the wheel has turned beyond the top in one go.
     property real scrolled: 0
+    /// That go began with the list at its top. One that scrolls up to the top and goes on there asks for nothing.
+    property bool beganAtTop: false
 
     signal refreshRequested
 
-    anchors.horizontalCenter: parent.horizontalCenter
+    function begin(): void {
+        root.scrolled = 0
+        root.beganAtTop = root.list.atYBeginning
+    }
+
+    // In the list's frame: the origin of its content moves as rows come in above.
+    parent: list
+    anchors.horizontalCenter: list.horizontalCenter
     y: Math.min(drawn, enough) - height
     width: Theme.hitSize
     height: Theme.hitSize
@@ -37,12 +46,12 @@ Item {
         parent: root.list
         target: null
         blocking: false
-        // One go: turns that follow one another, begun with the list at its top.
+        // One go: turns that follow one another.
         activeTimeout: 0.4
-        onActiveChanged: root.scrolled = 0
+        onActiveChanged: root.begin()
         onWheel: event => {
             const before = root.scrolled
-            root.scrolled = root.list.atYBeginning ? Math.max(0, before + event.angleDelta.y / 4) : 0
+            root.scrolled = root.beganAtTop && root.list.atYBeginning ? Math.max(0, before + event.angleDelta.y / 4) : 0
             if (before < root.enough && root.scrolled >= root.enough)
                 root.refreshRequested()
         }
