@@ -140,6 +140,7 @@ const std::vector<Scene> &scenes()
 {
     static const std::vector<Scene> all = {
         {"list", {openFull, search, keys(6, Qt::Key_Down), answer(tenDays()), press("refreshButton"), pass(21s)}},
+        {"list-rest", {openFull}},
         {"list-filter", {openFull, press("filterButton"), press("Minor"), hover("Last 24h")}},
         {"list-search", {openFull, search, type("guia"), pass(300ms)}},
         {"list-noresults", {openFull, search, type("teneguia"), pass(300ms)}},

@@ -52,6 +52,8 @@ int Tour::run()
         {"dark", dark, whole},
         {"800x600", light, QSize(800, 600)},
         {"480x720", light, QSize(480, 720)},
+        {"dark-800x600", dark, QSize(800, 600)},
+        {"dark-480x720", dark, QSize(480, 720)},
     };
     const std::vector<Variant> largeVariants = {{"light@2x", light, whole}, {"dark@2x", dark, whole}};
 

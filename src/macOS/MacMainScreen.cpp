@@ -40,7 +40,7 @@ void MacMainScreen::toggleSidebar()
 
 void MacMainScreen::dismissSlidingSidebar()
 {
-    if (m_isNarrow)
+    if (m_isNarrow && showsSidebar())
         setColumnVisibility(ColumnVisibility::detailOnly);
 }
 
@@ -52,6 +52,8 @@ void MacMainScreen::setColumnVisibility(ColumnVisibility visibility)
 
 void MacMainScreen::answerMenu(const QString &notification)
 {
+    if (m_isClosed)
+        return;
     if (notification == NotificationName::openInfo)
         setProperty("showInfoSheet", true);
     else if (notification == NotificationName::openSettings)

@@ -17,6 +17,8 @@ class MacMainScreen : public QObject
     Q_PROPERTY(EarthquakeRepository *repository READ repository NOTIFY containerChanged)
     Q_PROPERTY(bool showInfoSheet MEMBER m_showInfoSheet NOTIFY showInfoSheetChanged)
     Q_PROPERTY(bool showsSidebar READ showsSidebar NOTIFY columnVisibilityChanged)
+    Q_PROPERTY(bool needsSidebarButton READ needsSidebarButton NOTIFY columnVisibilityChanged)
+    Q_PROPERTY(bool isClosed MEMBER m_isClosed NOTIFY isClosedChanged)
     Q_PROPERTY(bool isNarrow READ isNarrow WRITE setNarrow NOTIFY narrowChanged)
 
 public:
@@ -31,6 +33,8 @@ public:
     EarthquakeRepository *repository() const { return m_repository.get(); }
     ColumnVisibility columnVisibility() const { return m_columnVisibility; }
     bool showsSidebar() const { return m_columnVisibility == ColumnVisibility::all; }
+    /// The sidebar has no place of its own beside the content, where its own button would be in reach.
+    bool needsSidebarButton() const { return !showsSidebar() || m_isNarrow; }
     /// The window is too narrow for both columns: the sidebar, when it shows, slides over the content.
     bool isNarrow() const { return m_isNarrow; }
 
@@ -48,6 +52,7 @@ Q_SIGNALS:
     void showInfoSheetChanged();
     void columnVisibilityChanged();
     void narrowChanged();
+    void isClosedChanged();
     /// The settings window is wanted, in front.
     void settingsRequested();
 
@@ -62,4 +67,6 @@ private:
     /// What the sidebar was before the window became narrow.
     ColumnVisibility m_wideVisibility = ColumnVisibility::all;
     bool m_showInfoSheet = false;
+    /// The window was closed; the program may live on in another one. Nothing here answers the menu any more.
+    bool m_isClosed = false;
 };

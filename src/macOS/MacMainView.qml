@@ -16,8 +16,14 @@ T.ApplicationWindow {
 
     required property ModelContainer container
     readonly property bool isNarrow: width < Theme.compactWidth
-    /// The window was closed; the program may live on in another one.
-    property bool isClosed: false
+
+    /// A sidebar that slides in takes the keyboard's focus; one that goes gives it to the content.
+    function moveFocus(): void {
+        if (screen.showsSidebar && screen.isNarrow)
+            sidebar.focusSections()
+        else if (!screen.showsSidebar && sidebar.focus)
+            content.focus = true
+    }
 
     width: 1100
     height: 720
@@ -27,7 +33,8 @@ T.ApplicationWindow {
     title: Texts.localized("Terremotos", "Terremotos")
     color: Theme.window
     font.family: Theme.fontFamily
-    onClosing: isClosed = true
+    onClosing: screen.isClosed = true
+    Component.onCompleted: (screen.showsSidebar ? sidebar : content).focus = true
 
     MacMainScreen {
         id: screen
@@ -35,6 +42,7 @@ T.ApplicationWindow {
         container: root.container
         isNarrow: root.isNarrow
         onSettingsRequested: settings.open()
+        onColumnVisibilityChanged: root.moveFocus()
     }
     MainMenu {
         id: mainMenu
@@ -65,13 +73,41 @@ T.ApplicationWindow {
         isHost: !settings.visible
     }
 
-    Item {
+    // What the screens show of one another.
+    Component {
+        id: historicoPage
+
+        HistoricoPage { container: root.container }
+    }
+    Component {
+        id: settingsForm
+
+        SettingsView {}
+    }
+    SlidingSidebar {
+        id: sidebar
+
+        // Before the content in the order of Tab, above it on the screen.
+        z: 1
+        anchors.fill: parent
+        isShown: screen.showsSidebar
+        slidesOver: screen.isNarrow
+        isMenuOpen: mainMenu.visible
+        onMenuRequested: mainMenu.open()
+        onToggleRequested: screen.toggleSidebar()
+        onDismissRequested: screen.dismissSlidingSidebar()
+        onSettingsRequested: settings.open()
+        onInfoRequested: screen.showInfoSheet = true
+    }
+    FocusScope {
         id: content
 
         x: sidebar.dockedWidth
         width: root.width - x
         height: root.height
-        visible: !root.isClosed
+        visible: !screen.isClosed
+        // What lies over it is done with.
+        onActiveFocusChanged: if (activeFocus) screen.dismissSlidingSidebar()
 
         // qmllint disable unqualified
         SectionLoader {
@@ -80,6 +116,8 @@ T.ApplicationWindow {
             sourceComponent: EarthquakeListView {
                 container: root.container
                 repository: screen.repository
+                historico: historicoPage
+                settings: settingsForm
             }
         }
         SectionLoader {
@@ -93,12 +131,16 @@ T.ApplicationWindow {
             sourceComponent: MapView {
                 container: root.container
                 repository: screen.repository
+                settings: settingsForm
             }
         }
         SectionLoader {
             sectionId: "stats"
             shell: screen
-            sourceComponent: StatsView { container: root.container }
+            sourceComponent: StatsView {
+                container: root.container
+                settings: settingsForm
+            }
         }
         SectionLoader {
             sectionId: ""
@@ -109,18 +151,5 @@ T.ApplicationWindow {
             }
         }
         // qmllint enable unqualified
-    }
-    SlidingSidebar {
-        id: sidebar
-
-        anchors.fill: parent
-        isShown: screen.showsSidebar
-        slidesOver: screen.isNarrow
-        isMenuOpen: mainMenu.visible
-        onMenuRequested: mainMenu.open()
-        onToggleRequested: screen.toggleSidebar()
-        onDismissRequested: screen.dismissSlidingSidebar()
-        onSettingsRequested: settings.open()
-        onInfoRequested: screen.showInfoSheet = true
     }
 }

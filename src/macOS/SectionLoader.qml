@@ -13,12 +13,13 @@ Loader {
 
     anchors.fill: parent
     active: NavigationState.selectedId === sectionId && visible
+    focus: active
 
     Binding {
         target: root.item as NavigationStack
         when: root.item !== null
         property: "showsSidebarButton"
-        value: !root.shell.showsSidebar || root.shell.isNarrow
+        value: root.shell.needsSidebarButton
     }
     Connections {
         target: root.item as NavigationStack

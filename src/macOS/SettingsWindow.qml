@@ -9,7 +9,10 @@ T.ApplicationWindow {
     id: root
 
     function open(): void {
-        root.show()
+        if (root.visibility === Window.Minimized)
+            root.showNormal()
+        else
+            root.show()
         root.raise()
         root.requestActivate()
     }

@@ -19,6 +19,10 @@ FocusScope {
     /// A section was chosen here.
     signal sectionChosen
 
+    function focusSections(): void {
+        list.forceActiveFocus(Qt.ShortcutFocusReason)
+    }
+
     Rectangle {
         anchors.fill: parent
         color: Theme.sidebar
@@ -73,6 +77,12 @@ FocusScope {
             NavigationState.select(model.idAt(next))
         }
 
+        /// The pointer's press brings the focus here, without showing it.
+        function take(): void {
+            forceActiveFocus(Qt.MouseFocusReason)
+            showsFocus = false
+        }
+
         property bool showsFocus: false
 
         anchors.top: head.bottom
@@ -104,9 +114,15 @@ FocusScope {
             isFocused: ListView.isCurrentItem && list.showsFocus
             onSelected: NavigationState.select(itemId)
             onDeselected: NavigationState.clear()
-            onPressed: list.showsFocus = false
+            onPressed: list.take()
             onClicked: root.sectionChosen()
         }
+    }
+    FocusRing {
+        objectName: "sidebarFocus"
+        anchors.fill: list
+        inside: true
+        shown: list.showsFocus && list.currentIndex < 0
     }
     Item {
         id: foot

@@ -3,7 +3,8 @@ import QtQuick
 import QtQuick.Templates as T
 import orvalia.Shared
 
-/// A section in the sidebar. Ctrl and a click on the selected one, or Ctrl and Space, take the selection away.
+/// A section in the sidebar. A click, Space and Enter choose it; Ctrl and a click on the selected one, or Ctrl and
+/// Space, take the selection away.
 T.ItemDelegate {
     id: root
 
@@ -22,6 +23,12 @@ T.ItemDelegate {
             root.selected()
     }
 
+    /// What a click does, by the keyboard or a screen reader.
+    function press(takesAway: bool): void {
+        root.choose(takesAway)
+        root.clicked()
+    }
+
     implicitHeight: Theme.sidebarRowHeight
     leftPadding: Theme.s
     rightPadding: Theme.s
@@ -30,8 +37,10 @@ T.ItemDelegate {
     Accessible.name: label
     Accessible.selectable: true
     Accessible.selected: isSelected
-    Accessible.onPressAction: root.selected()
-    Keys.onSpacePressed: event => choose((event.modifiers & Qt.ControlModifier) !== 0)
+    Accessible.onPressAction: root.press(false)
+    Keys.onSpacePressed: event => press((event.modifiers & Qt.ControlModifier) !== 0)
+    Keys.onReturnPressed: press(false)
+    Keys.onEnterPressed: press(false)
 
     TapHandler {
         acceptedModifiers: Qt.ControlModifier

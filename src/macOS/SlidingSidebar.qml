@@ -4,7 +4,7 @@ import orvalia.Shared
 import orvalia.Shell
 
 /// The sidebar in its window: beside the content with a divider that can be dragged, or sliding over it with a scrim.
-Item {
+FocusScope {
     id: root
 
     required property bool isShown
@@ -16,6 +16,9 @@ Item {
     readonly property real dockedWidth: slidesOver ? 0 : panel.x + panel.width
     property real preferredWidth: 190
     readonly property real leastWidth: 160
+    readonly property real leastContentWidth: 360
+    /// As the user wants it, as far as there is room.
+    readonly property real roomyWidth: Math.max(leastWidth, Math.min(preferredWidth, width - leastContentWidth))
     readonly property real slidingWidth: 220
     /// From 0, out of sight, to 1.
     property real presence: isShown ? 1 : 0
@@ -25,6 +28,10 @@ Item {
     signal dismissRequested
     signal settingsRequested
     signal infoRequested
+
+    function focusSections(): void {
+        sidebar.focusSections()
+    }
 
     Behavior on presence {
         NumberAnimation {
@@ -50,7 +57,7 @@ Item {
         id: panel
 
         x: -width * (1 - root.presence)
-        width: root.slidesOver ? root.slidingWidth : root.preferredWidth
+        width: root.slidesOver ? root.slidingWidth : root.roomyWidth
         height: root.height
         visible: root.presence > 0
 
@@ -95,14 +102,13 @@ Item {
             cursorShape: Qt.SplitHCursor
         }
         DragHandler {
-            property real startWidth: root.preferredWidth
+            property real startWidth: root.roomyWidth
 
             target: null
             xAxis.enabled: true
             yAxis.enabled: false
-            onActiveChanged: if (active) startWidth = root.preferredWidth
-            onTranslationChanged: root.preferredWidth = Math.max(root.leastWidth,
-                Math.min(startWidth + translation.x, root.width / 2))
+            onActiveChanged: if (active) startWidth = root.roomyWidth
+            onTranslationChanged: root.preferredWidth = Math.max(root.leastWidth, startWidth + translation.x)
         }
     }
 }

@@ -2,6 +2,7 @@
 #include "Support/ShownWindow.h"
 #include "macOS/NavigationState.h"
 
+#include <QAccessible>
 #include <QGuiApplication>
 #include <QTest>
 #include <QTimer>
@@ -133,6 +134,25 @@ private Q_SLOTS:
         QTRY_VERIFY(shown.item(QStringLiteral("sidebar")));
     }
 
+    void sidebarIsAsWideAsTheUserWantsAndTheContentAllows()
+    {
+        ShownWindow shown;
+        QVERIFY(shown.show());
+        const auto drag = [&](int from, int to) {
+            QTest::mousePress(&shown.window(), Qt::LeftButton, Qt::NoModifier, QPoint(from, 400));
+            for (int step = 1; step <= 10; ++step)
+                QTest::mouseMove(&shown.window(), QPoint(from + (to - from) * step / 10, 400));
+            QTest::mouseRelease(&shown.window(), Qt::LeftButton, Qt::NoModifier, QPoint(to, 400));
+            shown.settle();
+            return shown.item(QStringLiteral("sidebar"))->width();
+        };
+        QCOMPARE(drag(190, 20), 160.0);
+        // 1100 less the 360 that the content keeps.
+        QCOMPARE(drag(160, 1000), 740.0);
+        shown.window().resize(700, 720);
+        QTRY_COMPARE(shown.item(QStringLiteral("sidebar"))->width(), 340.0);
+    }
+
     void sidebarFoldedByTheUserStaysFoldedInAWiderWindow()
     {
         ShownWindow shown;
@@ -192,10 +212,18 @@ private Q_SLOTS:
         shown.press(Qt::Key_Down);
         shown.press(Qt::Key_Return);
         QTRY_VERIFY(!shown.item(QStringLiteral("sidebar")));
+        QTRY_COMPARE(entries(shown), QString());
+        QVERIFY(isFocusInContent(shown));
         // With the sidebar hidden the menu still opens.
         shown.press(Qt::Key_F10);
         QVERIFY(entries(shown).startsWith(QStringLiteral("Actualizar")));
         shown.press(Qt::Key_Escape);
+        QTRY_COMPARE(entries(shown), QString());
+        shown.press(Qt::Key_F10);
+        QAccessible::queryAccessibleInterface(entry(shown, QStringLiteral("Mostrar/Ocultar barra lateral")))
+            ->actionInterface()
+            ->doAction(QAccessibleActionInterface::pressAction());
+        QTRY_VERIFY(shown.item(QStringLiteral("sidebar")));
         QTRY_COMPARE(entries(shown), QString());
     }
 
@@ -228,13 +256,32 @@ private Q_SLOTS:
         shown.click(shown.named(QStringLiteral("Ajustes")));
         QTRY_COMPARE(settingsWindows().size(), 1);
         QCOMPARE(settingsWindows().first()->size(), QSize(520, 480));
+        QWindow *settings = settingsWindows().first();
+        // Again: the same one, in front and not minimised.
+        shown.window().requestActivate();
+        QVERIFY(QTest::qWaitForWindowActive(&shown.window()));
+        settings->showMinimized();
         shown.world.notificationCenter.post(NotificationName::openSettings);
-        shown.settle();
-        QCOMPARE(settingsWindows().size(), 1);
-        QVERIFY(settingsWindows().first()->close());
+        QVERIFY(QTest::qWaitForWindowActive(settings));
+        QCOMPARE(settings->visibility(), QWindow::Windowed);
+        QCOMPARE(settingsWindows(), QWindowList{settings});
+        QVERIFY(settings->close());
         QTRY_COMPARE(settingsWindows().size(), 0);
         shown.world.notificationCenter.post(NotificationName::openSettings);
         QTRY_COMPARE(settingsWindows().size(), 1);
+    }
+
+    void closedWindowAnswersTheMenuNoMore()
+    {
+        ShownWindow shown;
+        QVERIFY(shown.show());
+        shown.press(Qt::Key_Comma, Qt::ControlModifier);
+        QTRY_COMPARE(settingsWindows().size(), 1);
+        shown.window().close();
+        settingsWindows().first()->hide();
+        shown.world.notificationCenter.post(NotificationName::openSettings);
+        shown.world.settle();
+        QCOMPARE(settingsWindows().size(), 0);
     }
 
     void closedWindowRefreshesNoMore()
@@ -277,6 +324,13 @@ private:
     {
         const QQuickItem *item = shown.item(QStringLiteral("pageTitle"));
         return item ? item->property("text").toString() : QString();
+    }
+    static bool isFocusInContent(const ShownWindow &shown)
+    {
+        const QQuickItem *item = shown.window().activeFocusItem();
+        while (item && !item->inherits("QQuickStackView"))
+            item = item->parentItem();
+        return item;
     }
     static QQuickItem *entry(const ShownWindow &shown, const QString &text)
     {

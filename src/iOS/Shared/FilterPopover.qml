@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 pragma ComponentBehavior: Bound
 import QtQuick
+import QtQuick.Templates as T
 import orvalia.Shared
 
 /// The choice of magnitudes and dates that the recent list and the map offer. It only tells what was chosen, and stays
@@ -16,6 +17,12 @@ Popover {
     signal magnitudeFilterChosen(choice: int)
     signal dateFilterChosen(choice: int)
     signal resetRequested
+
+    /// In a low window the choices scroll, and follow the focus.
+    function reveal(item: Item): void {
+        const top = item.mapToItem(column, 0, 0).y
+        page.contentY = Math.max(top + item.height - page.height, Math.min(page.contentY, top))
+    }
 
     component Header: Column {
         id: header
@@ -50,6 +57,7 @@ Popover {
             width: parent.width
             text: label
             isChosen: index === choices.chosen
+            onActiveFocusChanged: if (activeFocus) root.reveal(this)
             onClicked: choices.choiceMade(index)
         }
     }
@@ -61,38 +69,50 @@ Popover {
         implicitWidth: 220
         implicitHeight: column.implicitHeight
 
-        Column {
-            id: column
+        Flickable {
+            id: page
 
-            width: parent.width
+            anchors.fill: parent
+            contentWidth: width
+            contentHeight: column.implicitHeight
+            clip: true
+            boundsBehavior: Flickable.StopAtBounds
+            T.ScrollBar.vertical: OverlayScrollBar {}
 
-            Header { text: Texts.localized("filter.magnitude.header", "Magnitude") }
-            Choices {
-                model: MagnitudeFilterModel {}
-                chosen: root.magnitudeFilter
-                onChoiceMade: choice => root.magnitudeFilterChosen(choice)
-            }
-            Divider { width: parent.width }
-            Header { text: Texts.localized("filter.date.header", "Date") }
-            Choices {
-                model: DateFilterModel {}
-                chosen: root.dateFilter
-                onChoiceMade: choice => root.dateFilterChosen(choice)
-            }
-            Item { width: 1; height: Theme.xs }
-            Divider { width: parent.width }
-            Item {
+            Column {
+                id: column
+
                 width: parent.width
-                height: Theme.body.line + 2 * Theme.l
 
-                PlainButton {
-                    id: reset
+                Header { text: Texts.localized("filter.magnitude.header", "Magnitude") }
+                Choices {
+                    model: MagnitudeFilterModel {}
+                    chosen: root.magnitudeFilter
+                    onChoiceMade: choice => root.magnitudeFilterChosen(choice)
+                }
+                Divider { width: parent.width }
+                Header { text: Texts.localized("filter.date.header", "Date") }
+                Choices {
+                    model: DateFilterModel {}
+                    chosen: root.dateFilter
+                    onChoiceMade: choice => root.dateFilterChosen(choice)
+                }
+                Item { width: 1; height: Theme.xs }
+                Divider { width: parent.width }
+                Item {
+                    width: parent.width
+                    height: Theme.body.line + 2 * Theme.l
 
-                    anchors.verticalCenter: parent.verticalCenter
-                    x: Theme.l - leftPadding
-                    text: Texts.localized("filter.reset", "Reset Filters")
-                    destructive: true
-                    onClicked: root.resetRequested()
+                    PlainButton {
+                        id: reset
+
+                        anchors.verticalCenter: parent.verticalCenter
+                        x: Theme.l - leftPadding
+                        text: Texts.localized("filter.reset", "Reset Filters")
+                        destructive: true
+                        onActiveFocusChanged: if (activeFocus) root.reveal(parent)
+                        onClicked: root.resetRequested()
+                    }
                 }
             }
         }

@@ -39,24 +39,26 @@ FocusScope {
         return root.isPushed
     }
 
+    function leaveSearch(): bool {
+        const isSearching = root.search !== null && root.search.isPresented
+        if (isSearching)
+            toolbar.leaveSearch()
+        return isSearching
+    }
+
     function show(): void {
         root.appeared()
-        if (root.stack.activeFocus)
-            root.forceActiveFocus()
+        root.focus = true
     }
 
     onIsActiveChanged: isActive ? show() : disappeared()
-    Keys.onEscapePressed: event => event.accepted = root.goBack()
+    Keys.onEscapePressed: event => event.accepted = root.leaveSearch() || root.goBack()
 
-    Item {
-        id: body
-
-        anchors.fill: parent
-        anchors.topMargin: root.runsUnderToolbar ? 0 : toolbar.height
-    }
     NavigationToolbar {
         id: toolbar
 
+        // Before the content in the order of Tab, above it on the screen.
+        z: 1
         width: root.width
         title: root.title
         subtitle: root.subtitle
@@ -66,6 +68,12 @@ FocusScope {
         showsBackButton: root.isPushed
         onSidebarRequested: root.stack.sidebarRequested()
         onBackRequested: root.stack.pop()
+    }
+    Item {
+        id: body
+
+        anchors.fill: parent
+        anchors.topMargin: root.runsUnderToolbar ? 0 : toolbar.height
     }
     TapHandler {
         acceptedButtons: Qt.BackButton

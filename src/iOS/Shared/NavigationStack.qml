@@ -45,6 +45,7 @@ T.StackView {
     }
 
     clip: true
+    focus: true
     pushEnter: Slide { fromX: Theme.slide; toX: 0; comes: true }
     pushExit: Slide { fromX: 0; toX: -Theme.slide; comes: false }
     popEnter: Slide { fromX: -Theme.slide; toX: 0; comes: true }

@@ -29,7 +29,7 @@ Item {
 
     function leaveSearch(): void {
         root.search.presentationRequested(false)
-        field.focus = false
+        root.search.resultsRequested()
     }
 
     /// An empty search ends when the field is left; one with a text stays in force.

@@ -1,0 +1,154 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "PageGenerator.h"
+#include "Support/ShownWindow.h"
+#include "macOS/NavigationState.h"
+
+#include <QAccessible>
+#include <QTest>
+
+namespace {
+constexpr QSize wide(1100, 720);
+constexpr QSize narrow(480, 720);
+
+/// The main window over a few events.
+struct Window : ShownWindow
+{
+    bool open(QSize size)
+    {
+        world.appearance.setReducedMotion(true);
+        enqueuePage(PageGenerator(5).ordinary(20, world.clock.now()));
+        return show(size);
+    }
+
+    /// What the keyboard's focus is at: a stop of the Tab key, by its accessible name.
+    QString stop() const
+    {
+        QQuickItem *item = window().activeFocusItem();
+        while (item && !item->activeFocusOnTab())
+            item = item->parentItem();
+        return item ? QAccessible::queryAccessibleInterface(item)->text(QAccessible::Name) : QString();
+    }
+
+    bool isFocusInSidebar() const
+    {
+        return item(QStringLiteral("sidebar")) && item(QStringLiteral("sidebar"))->hasActiveFocus();
+    }
+
+    void pressByReader(const QString &objectName)
+    {
+        QAccessible::queryAccessibleInterface(item(objectName))
+            ->actionInterface()
+            ->doAction(QAccessibleActionInterface::pressAction());
+        settle();
+    }
+};
+}
+
+/// The main window without a pointer.
+class KeyboardTest : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void tabGoesFromTheSidebarOverTheToolbarToTheContent_data()
+    {
+        QTest::addColumn<QSize>("size");
+        QTest::addColumn<QString>("stops");
+        QTest::newRow("wide") << wide
+                              << QStringLiteral("Terremotos|Ajustes|Información|Actualizar terremotos|Abrir filtros|"
+                                                "Buscar por localización|Sismos|Menú principal|"
+                                                "Mostrar/Ocultar barra lateral|Terremotos");
+        QTest::newRow("narrow, the sidebar folded")
+            << narrow
+            << QStringLiteral("Sismos|Mostrar/Ocultar barra lateral|Actualizar terremotos|Abrir filtros|"
+                              "Buscar por localización|Sismos");
+    }
+
+    void tabGoesFromTheSidebarOverTheToolbarToTheContent()
+    {
+        QFETCH(QSize, size);
+        QFETCH(QString, stops);
+        Window shown;
+        QVERIFY(shown.open(size));
+        QStringList seen{shown.stop()};
+        while (seen.size() < stops.count(u'|') + 1) {
+            shown.press(Qt::Key_Tab);
+            seen.append(shown.stop());
+        }
+        QCOMPARE(seen.join(u'|'), stops);
+    }
+
+    void slidingSidebarTakesTheFocusUntilASectionIsChosen_data()
+    {
+        QTest::addColumn<int>("key");
+        QTest::addColumn<QString>("section");
+        QTest::newRow("Enter") << int(Qt::Key_Return) << QStringLiteral("Histórico");
+        QTest::newRow("Space") << int(Qt::Key_Space) << QStringLiteral("Histórico");
+        QTest::newRow("Escape") << int(Qt::Key_Escape) << QStringLiteral("Histórico");
+        QTest::newRow("a reader's press") << 0 << QStringLiteral("Mapa");
+    }
+
+    void slidingSidebarTakesTheFocusUntilASectionIsChosen()
+    {
+        QFETCH(int, key);
+        Window shown;
+        QVERIFY(shown.open(narrow));
+        shown.press(Qt::Key_S, Qt::ControlModifier | Qt::ShiftModifier);
+        QVERIFY(shown.isFocusInSidebar());
+        shown.press(Qt::Key_Down);
+        QCOMPARE(NavigationState::shared().selectedId(), QStringLiteral("historico"));
+        QVERIFY(shown.isFocusInSidebar());
+        if (key)
+            shown.press(Qt::Key(key));
+        else
+            shown.pressByReader(QStringLiteral("mapa"));
+        QTRY_VERIFY(!shown.item(QStringLiteral("sidebar")));
+        QTEST(shown.stop(), "section");
+    }
+
+    void focusStaysInTheContentWhenTheSectionChanges()
+    {
+        Window shown;
+        QVERIFY(shown.open(wide));
+        shown.item(QStringLiteral("earthquakeList"))->forceActiveFocus(Qt::TabFocusReason);
+        const auto after = [&](Qt::Key key) {
+            shown.press(key, Qt::ControlModifier);
+            return shown.stop();
+        };
+        QCOMPARE(after(Qt::Key_4), QStringLiteral("Estadísticas"));
+        QCOMPARE(after(Qt::Key_3), QStringLiteral("Mapa"));
+        QCOMPARE(after(Qt::Key_2), QStringLiteral("Histórico"));
+        QCOMPARE(after(Qt::Key_1), QStringLiteral("Sismos"));
+    }
+
+    void hiddenSidebarGivesTheFocusToTheContent()
+    {
+        Window shown;
+        QVERIFY(shown.open(wide));
+        QVERIFY(shown.isFocusInSidebar());
+        shown.press(Qt::Key_S, Qt::ControlModifier | Qt::ShiftModifier);
+        QCOMPARE(shown.stop(), QStringLiteral("Sismos"));
+    }
+
+    void listWithoutAChosenRowShowsTheFocusItself()
+    {
+        Window shown;
+        QVERIFY(shown.open(wide));
+        QQuickItem *list = shown.item(QStringLiteral("earthquakeList"));
+        while (!list->hasActiveFocus())
+            shown.press(Qt::Key_Tab);
+        QTRY_VERIFY(shown.item(QStringLiteral("listFocus")));
+        shown.press(Qt::Key_Down);
+        QTRY_VERIFY(!shown.item(QStringLiteral("listFocus")));
+        NavigationState::shared().clear();
+        shown.settle();
+        while (!shown.isFocusInSidebar() || shown.stop() != u"Terremotos")
+            shown.press(Qt::Key_Tab);
+        QTRY_VERIFY(shown.item(QStringLiteral("sidebarFocus")));
+        shown.press(Qt::Key_Down);
+        QTRY_VERIFY(!shown.item(QStringLiteral("sidebarFocus")));
+    }
+};
+
+QTEST_MAIN(KeyboardTest)
+#include "KeyboardTest.moc"
