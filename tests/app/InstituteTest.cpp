@@ -7,6 +7,7 @@
 #include <SQLiteCpp/SQLiteCpp.h>
 
 #include <QFileInfo>
+#include <QProcess>
 #include <QTest>
 
 namespace {
@@ -50,11 +51,31 @@ std::string storedRows(const QTemporaryDir &home)
     }
 }
 
+/// Takes the one network device of this namespace away, or brings it back.
+void setNetwork(const char *state)
+{
+    const QStringList arguments = {QStringLiteral("link"), QStringLiteral("set"), QStringLiteral("lo"),
+                                   QString::fromLatin1(state)};
+    QCOMPARE(QProcess::execute(QStringLiteral("ip"), arguments), 0);
+}
+
+/// How many packets this namespace has tried to send so far.
+int packets()
+{
+    QFile counters(QStringLiteral("/proc/self/net/snmp"));
+    if (!counters.open(QFile::ReadOnly))
+        return 0;
+    const QByteArrayList lines = counters.readAll().split('\n');
+    return lines.value(1).split(' ').value(lines.value(0).split(' ').indexOf("OutRequests")).toInt();
+}
+
 qsizetype storedCount(const QTemporaryDir &home)
 {
     return std::ranges::count(storedRows(home), '\n');
 }
 }
+
+Q_DECLARE_METATYPE(LocalInstitute::Certificate)
 
 /// The program and the institute's page, over HTTPS to a server of this machine. Runs in a mount and network namespace
 /// of its own.
@@ -86,16 +107,18 @@ private Q_SLOTS:
         const std::string stored = storedRows(home);
         QCOMPARE(std::ranges::count(stored, '\n'), rows);
 
-        institute.setAnswering(false);
+        setNetwork("down");
+        const int requests = institute.requests();
         {
             const RunningProgram program(home);
-            const int requests = institute.requests();
-            QTRY_VERIFY_WITH_TIMEOUT(institute.requests() > requests, patienceMs);
+            const int before = packets();
+            QTRY_VERIFY_WITH_TIMEOUT(packets() > before, patienceMs);
             QVERIFY(program.isRunning());
         }
         QVERIFY(storedRows(home) == stored);
+        QCOMPARE(institute.requests(), requests);
 
-        institute.setAnswering(true);
+        setNetwork("up");
         const QByteArray lastUpdated = RunningProgram::savedLastUpdated(home);
         const RunningProgram program(home);
         QTRY_VERIFY_WITH_TIMEOUT(RunningProgram::savedLastUpdated(home) != lastUpdated, patienceMs);
@@ -103,10 +126,20 @@ private Q_SLOTS:
         QVERIFY(storedRows(home) == stored);
     }
 
-    void certificateOfAStrangerIsRefused()
+    void certificateWithAFaultIsRefused_data()
     {
+        QTest::addColumn<LocalInstitute::Certificate>("certificate");
+        QTest::newRow("of an unknown authority") << LocalInstitute::Certificate::unknownAuthority;
+        QTest::newRow("self-signed") << LocalInstitute::Certificate::selfSigned;
+        QTest::newRow("expired") << LocalInstitute::Certificate::expired;
+        QTest::newRow("of another host") << LocalInstitute::Certificate::otherHost;
+    }
+
+    void certificateWithAFaultIsRefused()
+    {
+        QFETCH(LocalInstitute::Certificate, certificate);
         QTemporaryDir home;
-        LocalInstitute institute(LocalInstitute::Certificate::unknown);
+        LocalInstitute institute(certificate);
         institute.setPage(quietPage());
         const RunningProgram program(home);
         QTRY_VERIFY_WITH_TIMEOUT(institute.refusals() > 0, patienceMs);

@@ -13,6 +13,7 @@
 
 namespace {
 constexpr int httpsPort = 443;
+const QString hostName = QStringLiteral("www.ign.es");
 
 void run(const QString &program, const QStringList &arguments)
 {
@@ -60,26 +61,25 @@ void LocalInstitute::bindOver(const QString &file, const QString &place)
 void LocalInstitute::makeCertificates(Certificate certificate)
 {
     const auto path = [this](const char *name) { return m_folder.filePath(QString::fromLatin1(name)); };
-    const auto make = [](const QString &name, const QString &key, const QString &to, const QStringList &more) {
-        run(QStringLiteral("openssl"),
-            QStringList{QStringLiteral("req"), QStringLiteral("-x509"), QStringLiteral("-newkey"), QStringLiteral("ec"),
-                        QStringLiteral("-pkeyopt"), QStringLiteral("ec_paramgen_curve:prime256v1"),
-                        QStringLiteral("-nodes"), QStringLiteral("-days"), QStringLiteral("2"), QStringLiteral("-subj"),
-                        QStringLiteral("/CN=") + name, QStringLiteral("-keyout"), key, QStringLiteral("-out"), to}
-                + more);
-    };
-    const auto extension = [](const char *text) {
-        return QStringList{QStringLiteral("-addext"), QString::fromLatin1(text)};
-    };
-    make(QStringLiteral("Test authority"), path("authority.key"), path("authority.pem"),
-         extension("keyUsage=critical,keyCertSign"));
-    make(QStringLiteral("www.ign.es"), path("site.key"), path("site.pem"),
-         QStringList{QStringLiteral("-CA"), path("authority.pem"), QStringLiteral("-CAkey"), path("authority.key")}
-             + extension("subjectAltName=DNS:www.ign.es") + extension("basicConstraints=critical,CA:FALSE"));
+    const auto openssl = [](const QString &arguments) { run(QStringLiteral("openssl"), arguments.split(u' ')); };
+    const QString newKey = QStringLiteral("-newkey ec -pkeyopt ec_paramgen_curve:prime256v1 -nodes ");
+    const QString authority = path("authority.pem");
+    const QString authorityKey = path("authority.key");
+    openssl(QStringLiteral("req -x509 -days 2 -subj /CN=authority -addext keyUsage=critical,keyCertSign ") + newKey
+            + QStringLiteral("-keyout %1 -out %2").arg(authorityKey, authority));
+    const QString host = certificate == Certificate::otherHost ? QStringLiteral("www.example.org") : hostName;
+    openssl(QStringLiteral("req -new -subj /CN=%1 -addext subjectAltName=DNS:%1 ").arg(host) + newKey
+            + QStringLiteral("-keyout %1 -out %2").arg(path("site.key"), path("site.csr")));
+    const QString signature = certificate == Certificate::selfSigned
+        ? QStringLiteral("-signkey ") + path("site.key")
+        : QStringLiteral("-CA %1 -CAkey %2").arg(authority, authorityKey);
+    openssl(QStringLiteral("x509 -req -copy_extensions copyall -days %1 -in %2 -out %3 ")
+                .arg(QString::number(certificate == Certificate::expired ? -1 : 2), path("site.csr"), path("site.pem"))
+            + signature);
 
     // As in the machine's own folder: one bundle, and one file for each authority with a link named by its hash.
     QDir().mkpath(path("certificates"));
-    if (certificate == Certificate::trusted) {
+    if (certificate != Certificate::unknownAuthority) {
         QFile::copy(path("authority.pem"), path("certificates/ca-certificates.crt"));
         QFile::copy(path("authority.pem"), path("certificates/authority.pem"));
         run(QStringLiteral("openssl"), {QStringLiteral("rehash"), path("certificates")});
@@ -109,9 +109,8 @@ void LocalInstitute::answer(QTcpSocket *connection)
         return;
     connection->readAll();
     ++m_requests;
-    if (m_isAnswering)
-        connection->write("HTTP/1.1 200 OK\r\nContent-Type: text/html; charset=UTF-8\r\nConnection: close\r\n"
-                          "Content-Length: "
-                          + QByteArray::number(m_page.size()) + "\r\n\r\n" + m_page);
+    connection->write("HTTP/1.1 200 OK\r\nContent-Type: text/html; charset=UTF-8\r\nConnection: close\r\n"
+                      "Content-Length: "
+                      + QByteArray::number(m_page.size()) + "\r\n\r\n" + m_page);
     connection->disconnectFromHost();
 }

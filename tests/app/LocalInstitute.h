@@ -11,8 +11,8 @@
 class LocalInstitute
 {
 public:
-    /// Whether the machine's certificates vouch for the one that the server shows.
-    enum class Certificate { trusted, unknown };
+    /// What the server shows: one that the machine's certificates vouch for, or one that has a single fault.
+    enum class Certificate { trusted, unknownAuthority, selfSigned, expired, otherHost };
 
     explicit LocalInstitute(Certificate certificate);
     ~LocalInstitute();
@@ -20,8 +20,6 @@ public:
 
     /// The body of every answer.
     void setPage(const QByteArray &page) { m_page = page; }
-    /// While false, each request is counted and its connection closed without a byte.
-    void setAnswering(bool isAnswering) { m_isAnswering = isAnswering; }
 
     /// Requests that came whole.
     int requests() const { return m_requests; }
@@ -38,7 +36,6 @@ private:
     QStringList m_bound;
     QSslServer m_server;
     QByteArray m_page;
-    bool m_isAnswering = true;
     int m_requests = 0;
     int m_refusals = 0;
 };
