@@ -219,11 +219,34 @@ private Q_SLOTS:
         QCOMPARE(result, expected.join(QLatin1Char('|')));
     }
 
-    void longPlaceNameArrivesWhole()
+    void hugePagesGiveTheirEvents_data()
     {
-        const QByteArray name = QByteArray("ILLA ").repeated(800) + "FIN";
-        const QString result = outcome(rowWith(9, name));
-        QVERIFY(result.endsWith(QString::fromLatin1(name)));
+        QTest::addColumn<QByteArray>("html");
+        QTest::addColumn<int>("events");
+        QTest::addColumn<QString>("location");
+        constexpr qsizetype million = 1'000'000;
+        const QString place = QStringLiteral("SW VILLA DE MAZO.ILP");
+        const QByteArray good = rowOf(goodCells);
+        const auto row = [](const char *name, const QByteArray &html, int events, const QString &location) {
+            QTest::newRow(name) << html << events << location;
+        };
+        row("a million nested tags", QByteArray("<div>").repeated(million) + good, 1, place);
+        row("a million tags in a cell", rowWith(9, QByteArray("<b>").repeated(million) + "EL PASO"), 1,
+            QStringLiteral("EL PASO"));
+        row("a million cells", QByteArray(good).replace("</tr>", QByteArray("<td>x</td>").repeated(million)) + "</tr>",
+            1, place);
+        row("a million opened cells", "<tr>" + QByteArray("<td>").repeated(million) + "</tr>" + good, 1, place);
+        row("a million opened rows", good + QByteArray("<tr>").repeated(million), 1, place);
+        row("a cell of 10 MB", rowWith(9, QByteArray("&amp;").repeated(2 * million)), 1, QString(2 * million, u'&'));
+        row("half the rows bad", (good + rowWith(1, "31/02/2025")).repeated(1000), 1000, place);
+    }
+
+    void hugePagesGiveTheirEvents()
+    {
+        QFETCH(QByteArray, html);
+        const QList<ParsedEarthquake> events = HTMLParser::parseTable(html);
+        QTEST(int(events.size()), "events");
+        QTEST(events.constLast().location, "location");
     }
 
     void nulStaysInTheText()
@@ -270,11 +293,9 @@ private Q_SLOTS:
                                      << QByteArray("<html><form action='/login'><table><tr><td>Usuario</td><td>"
                                                    "<input></td></tr></table></form></html>")
                                      << QString::fromUtf8(noRows);
-        QTest::newRow("199") << 199 << good << invalid;
-        QTest::newRow("300") << 300 << good << invalid;
-        QTest::newRow("304") << 304 << good << invalid;
-        QTest::newRow("404") << 404 << good << invalid;
-        QTest::newRow("500") << 500 << good << invalid;
+        QTest::newRow("204") << 204 << QByteArray() << QString::fromUtf8(noTable);
+        for (const int status : {199, 300, 304, 403, 404, 429, 500, 503})
+            QTest::addRow("%d", status) << status << good << invalid;
         QTest::newRow("not HTTP") << -1 << good << invalid;
     }
 
