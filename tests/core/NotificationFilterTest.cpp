@@ -79,6 +79,8 @@ private Q_SLOTS:
         row("a degree west, wider", 111.32, {0, -1}, "P:x@111.319");
         row("as far as the radius", 0.0, {0, 0}, "P:x@0.000");
         row("longitude told from the east", 1.0, {0, 359.999}, "P:x@0.111");
+        row("the pole itself", 20'000.0, {90, 0}, "P:x@10001.966");
+        row("beyond the pole", 1e9, {90.001, 0}, "");
     }
 
     void distanceStaysWithinTheRadius()

@@ -12,7 +12,9 @@
 
 #include <algorithm>
 #include <array>
+#include <cmath>
 #include <iterator>
+#include <limits>
 
 namespace {
 /// So many events in so many minutes are a swarm.
@@ -29,11 +31,12 @@ struct SwarmRule
 constexpr std::array<SwarmRule, 4> swarmRules = {{{10, 10}, {30, 60}, {100, 120}, {1000, 1440}}};
 constexpr double swarmCooldownSeconds = 1800.0;
 
+/// Along the surface. A latitude beyond a pole, which a page may well hold, is nowhere on it: farther than any radius.
 double distanceMeters(const Coordinate &from, const Coordinate &to)
 {
     double meters = 0;
     GeographicLib::Geodesic::WGS84().Inverse(from.latitude, from.longitude, to.latitude, to.longitude, meters);
-    return meters;
+    return std::isnan(meters) ? std::numeric_limits<double>::infinity() : meters;
 }
 
 QSet<QString> eventIDs(const std::vector<EarthquakeNotificationEvent> &alertsByMagnitude)
