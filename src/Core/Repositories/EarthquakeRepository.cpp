@@ -71,7 +71,7 @@ QFuture<void> EarthquakeRepository::refresh(bool startsCooldown)
     QPromise<void> ended;
     ended.start();
     const QFuture<void> result = ended.future();
-    whenFinished(fetched(*m_dataSource), this,
+    whenFinished(fetched(*m_dataSource), &m_fetching,
                  [this, startsCooldown, ended = std::move(ended)](QFuture<QList<ParsedEarthquake>> rows) mutable {
                      try {
                          persist(rows.result());

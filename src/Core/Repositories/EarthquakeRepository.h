@@ -76,4 +76,6 @@ private:
     Published<std::exception_ptr> m_lastError{this, &EarthquakeRepository::lastErrorChanged};
     Published<bool> m_isCoolingDown{this, &EarthquakeRepository::isCoolingDownChanged, false};
     Published<qint64> m_cooldownRemainingSeconds{this, &EarthquakeRepository::cooldownRemainingSecondsChanged, 0};
+    /// Whose end ends the wait for a fetch. The first member to go: a source may give a fetch up in its own destructor.
+    QObject m_fetching;
 };
