@@ -2,17 +2,28 @@
 #pragma once
 #include <QCoreApplication>
 #include <QDBusConnection>
+#include <QDBusConnectionInterface>
+#include <QFile>
 #include <QProcess>
 #include <QProcessEnvironment>
+#include <QTemporaryDir>
 
-/// A message bus of the test's own, which dies with it: nothing of the desktop is touched.
+/// A message bus of the test's own, which dies with it: nothing of the desktop is touched. It starts no service by
+/// itself but those that the test names, whatever is installed on this machine.
 class PrivateBus
 {
 public:
     PrivateBus()
     {
+        write(QStringLiteral("bus.conf"),
+              QStringLiteral("<busconfig><type>session</type><listen>unix:dir=%1</listen><servicedir>%1</servicedir>"
+                             "<policy context='default'><allow send_destination='*' eavesdrop='true'/>"
+                             "<allow eavesdrop='true'/><allow own='*'/></policy>"
+                             "<limit name='max_replies_per_connection'>50000</limit></busconfig>")
+                  .arg(m_folder.path()));
         m_daemon.start(QStringLiteral("dbus-daemon"),
-                       {QStringLiteral("--session"), QStringLiteral("--nofork"), QStringLiteral("--print-address")});
+                       {QStringLiteral("--config-file=") + m_folder.filePath(QStringLiteral("bus.conf")),
+                        QStringLiteral("--nofork"), QStringLiteral("--print-address")});
         if (!m_daemon.waitForReadyRead())
             qFatal("no bus: %s", qPrintable(m_daemon.errorString()));
         m_address = QString::fromUtf8(m_daemon.readLine().trimmed());
@@ -39,6 +50,24 @@ public:
     /// Ends a connection, as when its program dies.
     static void disconnect(const QString &name) { QDBusConnection::disconnectFromBus(name); }
 
+    /// Returns when the bus has handled everything that was sent on this connection, and all its answers are here.
+    static void goRound(const QString &name) { QDBusConnection(name).interface()->registeredServiceNames(); }
+
+    /// Returns when what one connection has sent is with the objects of another.
+    static void letArrive(const QString &from, const QString &to)
+    {
+        goRound(from);
+        goRound(to);
+        QCoreApplication::sendPostedEvents();
+    }
+
+    /// Lets the bus start `command` for whoever calls the service of that name.
+    void makeStartable(const QString &name, const QString &command) const
+    {
+        write(name + QStringLiteral(".service"),
+              QStringLiteral("[D-BUS Service]\nName=%1\nExec=%2\n").arg(name, command));
+    }
+
     /// Starts Debian's Python on a script or module, with this bus as its session and system bus.
     void startPython(QProcess &process, const QStringList &arguments) const
     {
@@ -51,6 +80,14 @@ public:
     }
 
 private:
+    void write(const QString &name, const QString &text) const
+    {
+        QFile file(m_folder.filePath(name));
+        if (!file.open(QIODevice::WriteOnly) || file.write(text.toUtf8()) < 0)
+            qFatal("no bus: %s", qPrintable(file.errorString()));
+    }
+
+    QTemporaryDir m_folder;
     QProcess m_daemon;
     QString m_address;
     QStringList m_names;

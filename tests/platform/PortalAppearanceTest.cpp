@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "Platform/Appearance/PortalAppearance.h"
+#include "Support/PrivateBus.h"
 
 #include <QDBusMessage>
 #include <QDBusMetaType>
@@ -7,7 +8,6 @@
 #include <QDBusVirtualObject>
 #include <QGuiApplication>
 #include <QPalette>
-#include <QProcess>
 #include <QSignalSpy>
 #include <QTest>
 
@@ -49,32 +49,19 @@ public:
 };
 }
 
-/// Against a bus of the test's own, which dies with it.
 class PortalAppearanceTest : public QObject
 {
     Q_OBJECT
 
 private Q_SLOTS:
-    void initTestCase()
-    {
-        qDBusRegisterMetaType<Settings>();
-        m_daemon.start(QStringLiteral("dbus-daemon"),
-                       {QStringLiteral("--session"), QStringLiteral("--nofork"), QStringLiteral("--print-address")});
-        QVERIFY(m_daemon.waitForReadyRead());
-        m_address = QString::fromUtf8(m_daemon.readLine().trimmed());
-    }
+    void initTestCase() { qDBusRegisterMetaType<Settings>(); }
 
-    void cleanupTestCase()
-    {
-        m_daemon.terminate();
-        m_daemon.waitForFinished();
-    }
+    void init() { m_bus = std::make_unique<PrivateBus>(); }
 
     void cleanup()
     {
         QGuiApplication::setPalette(QPalette());
-        QDBusConnection::disconnectFromBus(QStringLiteral("desktop"));
-        QDBusConnection::disconnectFromBus(QStringLiteral("program"));
+        m_bus.reset();
     }
 
     void portalDecides_data()
@@ -153,16 +140,15 @@ private Q_SLOTS:
 private:
     QDBusConnection startPortal(StandInPortal &portal)
     {
-        QDBusConnection bus = QDBusConnection::connectToBus(m_address, QStringLiteral("desktop"));
+        QDBusConnection bus = m_bus->connection(QStringLiteral("desktop"));
         bus.registerVirtualObject(portalPath, &portal);
         bus.registerService(portalService);
         return bus;
     }
 
-    QDBusConnection programBus() { return QDBusConnection::connectToBus(m_address, QStringLiteral("program")); }
+    QDBusConnection programBus() { return m_bus->connection(QStringLiteral("program")); }
 
-    QProcess m_daemon;
-    QString m_address;
+    std::unique_ptr<PrivateBus> m_bus;
 };
 
 QTEST_MAIN(PortalAppearanceTest)
