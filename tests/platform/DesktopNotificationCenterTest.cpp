@@ -21,8 +21,9 @@ const QString notifyMethod = QStringLiteral("Notify");
 class HeldServer : public QDBusVirtualObject
 {
 public:
-    explicit HeldServer(PrivateBus &bus)
-        : m_bus(bus.connection(serverName))
+    explicit HeldServer(PrivateBus &bus, const QString &connection = serverName)
+        : m_connection(connection)
+        , m_bus(bus.connection(connection))
     {
         m_bus.registerVirtualObject(QStringLiteral("/org/freedesktop/Notifications"), this);
         m_bus.registerService(service);
@@ -31,9 +32,12 @@ public:
     /// The name is free when this returns; the end of a connection alone is heard of later.
     ~HeldServer() override
     {
-        m_bus.unregisterService(service);
-        PrivateBus::disconnect(serverName);
+        giveUpName();
+        PrivateBus::disconnect(m_connection);
     }
+
+    /// As when another server takes over; this one lives on.
+    void giveUpName() { m_bus.unregisterService(service); }
 
     QString introspect(const QString &) const override { return {}; }
 
@@ -94,6 +98,7 @@ private:
             m_bus.send(take(capabilitiesMethod).createReply(*m_capabilities));
     }
 
+    QString m_connection;
     QDBusConnection m_bus;
     std::optional<QStringList> m_capabilities;
 };
@@ -210,10 +215,12 @@ private Q_SLOTS:
         QCOMPARE(title(third), QStringLiteral("3"));
         QCOMPARE(replaces(third), 7u);
         server.show(third, 7);
+        scene.center.add(request("a", "refused"));
+        server.refuse(notifyMethod);
         scene.center.add(request("a", "4"));
         const QDBusMessage fourth = server.next();
         QCOMPARE(title(fourth), QStringLiteral("4"));
-        QCOMPARE(replaces(fourth), 7u);
+        QVERIFY2(replaces(fourth) == 7, "a refused replacement leaves the old one standing");
     }
 
     void newServerIsAskedAgainAndKnowsNoNumbers()
@@ -237,6 +244,33 @@ private Q_SLOTS:
             shown.insert(title(notify), replaces(notify));
         }
         QCOMPARE(shown, (QMap<QString, uint>{{QStringLiteral("3"), 0}, {QStringLiteral("4"), 0}}));
+    }
+
+    void wordOfAReplacedServerCountsNoMore()
+    {
+        Scene scene;
+        HeldServer &old = *scene.server;
+        scene.center.add(request("a", "1"));
+        QTRY_COMPARE(old.count(capabilitiesMethod), 1);
+        old.giveUpName();
+        HeldServer server(scene.bus, QStringLiteral("replacement"));
+        QTRY_VERIFY2(server.count(capabilitiesMethod) > 0, "the new one is asked while the old one owes its answer");
+        old.tellCapabilities({QStringLiteral("body-markup")});
+        scene.bus.letArrive(serverName, programName);
+        server.tellCapabilities();
+        QDBusMessage notify = server.next();
+        QCOMPARE(title(notify), QStringLiteral("1"));
+        QVERIFY(notify.arguments().value(4).toString().contains(u'<'));
+
+        server.giveUpName();
+        HeldServer last(scene.bus, QStringLiteral("last"));
+        last.tellCapabilities();
+        QCOMPARE(title(last.next()), QStringLiteral("1"));
+        server.show(notify, 7);
+        scene.bus.letArrive(QStringLiteral("replacement"), programName);
+        scene.center.add(request("a", "2"));
+        scene.center.add(request("b", "3"));
+        QVERIFY2(title(last.next()) == u"3", "one still waits for the answer of the last server");
     }
 
     void burstOfErrorsLosesOnlyThoseNotifications()
@@ -295,13 +329,24 @@ private Q_SLOTS:
 
         scene.permissions.answers.insert(Permissions::Subject::notifications, Permissions::Answer::authorized);
         scene.center.add(request("a", "lost"));
-        // A round trip on the same connection: the bus has refused the question by then, and the new server cannot get it.
-        QVERIFY(!QDBusConnection(programName).interface()->isServiceRegistered(service));
+        // The bus has refused the question by then, and the new server cannot get it.
+        PrivateBus::goRound(programName);
         HeldServer server(scene.bus);
         QTRY_VERIFY2(server.count(capabilitiesMethod) > 0, "a new server is asked at once");
         server.tellCapabilities();
         scene.center.add(request("b", "shown"));
         QCOMPARE(title(server.next()), QStringLiteral("shown"));
+    }
+
+    void serverThatOnlyCouldBeStartedIs()
+    {
+        Scene scene;
+        scene.server.reset();
+        scene.permissions.answers.clear();
+        scene.bus.makeStartable(service, QStringLiteral("/usr/bin/python3 -m dbusmock --template notification_daemon"));
+        const QFuture<bool> consent = scene.center.requestAuthorization();
+        QTRY_VERIFY_WITH_TIMEOUT(scene.permissions.isPending(Permissions::Subject::notifications), 30000);
+        QVERIFY(!consent.isFinished());
     }
 
     void withoutBusNothingHappens()
@@ -416,7 +461,7 @@ private Q_SLOTS:
             notified.removeIf([](const QByteArray &line) { return !line.contains(" Notify "); });
             return notified.size() == 2;
         };
-        QTRY_VERIFY(bothAreLogged());
+        QTRY_VERIFY_WITH_TIMEOUT(bothAreLogged(), 30000);
         daemon.kill();
         daemon.waitForFinished();
         QVERIFY2(notified.at(0).contains("\"Orvalia\" 0 \"orvalia\" \"M 3.4 <El Hierro> & sea\" "
