@@ -3,6 +3,8 @@
 
 #include "Platform/Support/DBusCall.h"
 
+#include <utility>
+
 DesktopLocationService::DesktopLocationService(Permissions &permissions, const QDBusConnection &systemBus,
                                                const QString &desktopId, QObject *parent)
     : LocationService(parent)
@@ -40,15 +42,16 @@ void DesktopLocationService::answerChanged(Permissions::Subject subject)
 {
     if (subject != Permissions::Subject::location)
         return;
-    if (m_source && authorizationStatus() != LocationAuthorizationStatus::authorizedAlways)
+    if (m_source && authorizationStatus() != LocationAuthorizationStatus::authorizedAlways) {
         m_source->stopUpdates();
+        // Started again before the service has answered to the stop, the one of Qt 6.4 would crash.
+        delete std::exchange(m_source, nullptr);
+    }
     Q_EMIT authorizationChanged();
 }
 
 void DesktopLocationService::startUpdatingLocation()
 {
-    if (m_source)
-        m_source->startUpdates();
     if (m_source || m_isLooking)
         return;
     // Qt's plugin waits for the service's answers, which may be long in coming where the service hangs or has to be
@@ -60,7 +63,7 @@ void DesktopLocationService::startUpdatingLocation()
     get << QStringLiteral("org.freedesktop.GeoClue2.Manager") << QStringLiteral("AvailableAccuracyLevel");
     callAsync(m_systemBus, get, this, [this](const auto &answer) {
         m_isLooking = false;
-        if (!answer.isError())
+        if (!answer.isError() && authorizationStatus() == LocationAuthorizationStatus::authorizedAlways)
             begin();
     });
 }
@@ -91,7 +94,7 @@ void DesktopLocationService::takePosition(const QGeoPositionInfo &position)
 
 void DesktopLocationService::takeError(QGeoPositionInfoSource::Error error)
 {
-    if (error != QGeoPositionInfoSource::AccessError || m_isRefused)
+    if (error != QGeoPositionInfoSource::AccessError)
         return;
     m_isRefused = true;
     Q_EMIT authorizationChanged();

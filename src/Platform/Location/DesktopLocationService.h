@@ -38,7 +38,7 @@ private:
     double m_distanceFilterMeters = 0;
     bool m_isLooking = false;
     bool m_isRefused = false;
-    /// Null before updates start.
+    /// Null while no updates are wanted, or no service is there to give them.
     QGeoPositionInfoSource *m_source = nullptr;
     /// The position last delivered, from which the distance filter measures.
     std::optional<QGeoCoordinate> m_delivered;
