@@ -2,7 +2,9 @@
 #pragma once
 #include <QCoreApplication>
 #include <QDBusConnection>
-#include <QDBusConnectionInterface>
+#include <QDBusMessage>
+#include <QDBusPendingCallWatcher>
+#include <QEventLoop>
 #include <QFile>
 #include <QProcess>
 #include <QProcessEnvironment>
@@ -50,15 +52,27 @@ public:
     /// Ends a connection, as when its program dies.
     static void disconnect(const QString &name) { QDBusConnection::disconnectFromBus(name); }
 
-    /// Returns when the bus has handled everything that was sent on this connection, and all its answers are here.
-    static void goRound(const QString &name) { QDBusConnection(name).interface()->registeredServiceNames(); }
+    /// Returns when the bus has handled everything that was sent on this connection, and this program what had come by
+    /// then. A blocking call would not do: its answer overtakes others.
+    static void goRound(const QString &name)
+    {
+        const QString bus = QStringLiteral("org.freedesktop.DBus");
+        const QDBusMessage question =
+            QDBusMessage::createMethodCall(bus, QStringLiteral("/org/freedesktop/DBus"), bus, QStringLiteral("GetId"));
+        // Inside Qt a change of a service's owner takes more steps than an answer.
+        for (int round = 0; round < 3; ++round) {
+            const QDBusPendingCallWatcher watcher(QDBusConnection(name).asyncCall(question));
+            QEventLoop loop;
+            QObject::connect(&watcher, &QDBusPendingCallWatcher::finished, &loop, &QEventLoop::quit);
+            loop.exec();
+        }
+    }
 
     /// Returns when what one connection has sent is with the objects of another.
     static void letArrive(const QString &from, const QString &to)
     {
         goRound(from);
         goRound(to);
-        QCoreApplication::sendPostedEvents();
     }
 
     /// Lets the bus start `command` for whoever calls the service of that name.

@@ -232,9 +232,10 @@ private Q_SLOTS:
         scene.center.add(request("b", "2"));
         QCOMPARE(title(scene.server->next()), QStringLiteral("2"));
         scene.center.add(request("b", "3")); // waits for an answer that never comes
-        scene.server.reset();
+        scene.server->giveUpName();
 
-        HeldServer server(scene.bus);
+        HeldServer server(scene.bus, QStringLiteral("replacement"));
+        PrivateBus::goRound(programName);
         scene.center.add(request("a", "4"));
         server.tellCapabilities({QStringLiteral("body-markup")});
         QMap<QString, uint> shown;
@@ -328,6 +329,7 @@ private Q_SLOTS:
         QVERIFY2(!scene.permissions.isPending(Permissions::Subject::notifications), "asked in vain");
 
         scene.permissions.answers.insert(Permissions::Subject::notifications, Permissions::Answer::authorized);
+        PrivateBus::goRound(programName);
         scene.center.add(request("a", "lost"));
         // The bus has refused the question by then, and the new server cannot get it.
         PrivateBus::goRound(programName);
@@ -452,6 +454,7 @@ private Q_SLOTS:
                                log});
         QDBusConnection observer = scene.bus.connection(QStringLiteral("observer"));
         QTRY_VERIFY_WITH_TIMEOUT(observer.interface()->isServiceRegistered(service), 30000);
+        PrivateBus::goRound(programName);
         scene.center.add(request("a", "M 3.4 <El Hierro> & sea", InterruptionLevel::timeSensitive));
         scene.center.add(request("a", "again"));
         QByteArrayList notified;
