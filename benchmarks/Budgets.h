@@ -33,6 +33,7 @@ private:
 };
 
 // The areas.
+void alertsBudgets(Budgets &budgets);
 void mapBudgets(Budgets &budgets);
 void parserBudgets(Budgets &budgets);
 void statsBudgets(Budgets &budgets);

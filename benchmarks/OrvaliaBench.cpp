@@ -12,10 +12,8 @@ struct Area
 };
 
 constexpr Area areas[] = {
-    {"map", mapBudgets},
-    {"parser", parserBudgets},
-    {"stats", statsBudgets},
-    {"store", storeBudgets},
+    {"alerts", alertsBudgets}, {"map", mapBudgets},     {"parser", parserBudgets},
+    {"stats", statsBudgets},   {"store", storeBudgets},
 };
 }
 
