@@ -47,7 +47,8 @@ void collectFaults(QQuickItem *item, QStringList &faults)
         return;
     const QString what = QString::fromLatin1(item->metaObject()->className()) + u' ' + item->objectName();
     const QVariant format = item->property("textFormat");
-    if (format.isValid() && format.toInt() != Qt::PlainText && item->inherits("QQuickText"))
+    const bool isText = item->inherits("QQuickText") || item->inherits("QQuickTextEdit");
+    if (isText && format.toInt() != Qt::PlainText)
         faults.append(what + QStringLiteral(": text is not plain: ") + item->property("text").toString());
     const bool isReached = item->activeFocusOnTab() || item->inherits("QQuickAbstractButton");
     if (isReached && accessibleName(item).isEmpty())
