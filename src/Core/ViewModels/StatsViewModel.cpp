@@ -105,9 +105,10 @@ struct Window
     qint64 count = 0;
     const Earthquake *peak = nullptr;
 };
+}
 
 /// Everything that one pass over the events gathers.
-struct Tally
+struct StatsViewModel::Tally
 {
     explicit Tally(Instant now)
         : hour(now, 3600)
@@ -163,20 +164,51 @@ private:
     Zone *m_lastZone = nullptr;
 };
 
-std::vector<MagnitudeStat> magnitudeDistribution(const Tally &tally)
+StatsViewModel::StatsViewModel(QObject *parent)
+    : QObject(parent)
 {
-    if (tally.depth.total == 0)
-        return {};
-    const qint64 largest = *std::max_element(tally.categoryCounts.begin(), tally.categoryCounts.end());
-    std::vector<MagnitudeStat> stats;
-    for (const MagnitudeCategory category : MagnitudeCategory::allCases) {
-        const qint64 count = tally.categoryCounts[category.band()];
-        stats.push_back({category, count, double(count) / double(largest)});
-    }
-    return stats;
 }
 
-std::vector<ClusterStat> topZones(const Tally &tally)
+void StatsViewModel::update(std::span<const Earthquake> earthquakes)
+{
+    Tally tally(Platform::current().clock.now());
+    for (const Earthquake &earthquake : earthquakes)
+        tally.add(earthquake);
+    computeActivityCounts(tally);
+    computePeakEvents(tally);
+    computeMagnitudeDistribution(tally);
+    computeTopClusters(tally);
+    computeDepthAnalysis(tally);
+}
+
+void StatsViewModel::computeActivityCounts(const Tally &tally)
+{
+    m_countLastHour = tally.hour.count;
+    m_countLast24h = tally.day.count;
+    m_countLast7d = tally.week.count;
+    m_countLast30d = tally.month.count;
+}
+
+void StatsViewModel::computePeakEvents(const Tally &tally)
+{
+    m_peakLast24h = tally.day.peakEvent();
+    m_peakLast7d = tally.week.peakEvent();
+}
+
+void StatsViewModel::computeMagnitudeDistribution(const Tally &tally)
+{
+    std::vector<MagnitudeStat> stats;
+    const qint64 largest = *std::max_element(tally.categoryCounts.begin(), tally.categoryCounts.end());
+    if (largest > 0) {
+        for (const MagnitudeCategory category : MagnitudeCategory::allCases) {
+            const qint64 count = tally.categoryCounts[category.band()];
+            stats.push_back({category, count, double(count) / double(largest)});
+        }
+    }
+    m_magnitudeStats = std::move(stats);
+}
+
+void StatsViewModel::computeTopClusters(const Tally &tally)
 {
     std::vector<CountedZone> zones;
     for (const auto &[cell, zone] : tally.zones)
@@ -193,37 +225,15 @@ std::vector<ClusterStat> topZones(const Tally &tally)
                            zone.count,        zone.magnitudeSum / double(zone.count),
                            counted.cell->lat, counted.cell->lon};
     });
-    return clusters;
+    m_topClusters = std::move(clusters);
 }
 
-std::optional<DepthStat> depthAnalysis(const Tally &tally)
+void StatsViewModel::computeDepthAnalysis(const Tally &tally)
 {
-    if (tally.depth.total == 0)
-        return std::nullopt;
-    DepthStat stat = tally.depth;
-    stat.averageDepth = tally.depthSum / double(stat.total);
-    return stat;
-}
-}
-
-StatsViewModel::StatsViewModel(QObject *parent)
-    : QObject(parent)
-{
-}
-
-void StatsViewModel::update(std::span<const Earthquake> earthquakes)
-{
-    Tally tally(Platform::current().clock.now());
-    for (const Earthquake &earthquake : earthquakes)
-        tally.add(earthquake);
-
-    m_countLastHour = tally.hour.count;
-    m_countLast24h = tally.day.count;
-    m_countLast7d = tally.week.count;
-    m_countLast30d = tally.month.count;
-    m_peakLast24h = tally.day.peakEvent();
-    m_peakLast7d = tally.week.peakEvent();
-    m_magnitudeStats = magnitudeDistribution(tally);
-    m_topClusters = topZones(tally);
-    m_depthStat = depthAnalysis(tally);
+    std::optional<DepthStat> stat;
+    if (tally.depth.total > 0) {
+        stat = tally.depth;
+        stat->averageDepth = tally.depthSum / double(stat->total);
+    }
+    m_depthStat = stat;
 }

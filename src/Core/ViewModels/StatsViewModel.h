@@ -111,6 +111,14 @@ Q_SIGNALS:
     void depthStatChanged();
 
 private:
+    struct Tally;
+
+    void computeActivityCounts(const Tally &tally);
+    void computePeakEvents(const Tally &tally);
+    void computeMagnitudeDistribution(const Tally &tally);
+    void computeTopClusters(const Tally &tally);
+    void computeDepthAnalysis(const Tally &tally);
+
     Published<qint64> m_countLastHour{this, &StatsViewModel::countLastHourChanged, 0};
     Published<qint64> m_countLast24h{this, &StatsViewModel::countLast24hChanged, 0};
     Published<qint64> m_countLast7d{this, &StatsViewModel::countLast7dChanged, 0};
