@@ -6,6 +6,8 @@
 
 #include <QTest>
 
+#include <SQLiteCpp/Database.h>
+
 namespace {
 /// Event number `number`, the later the greater.
 Earthquake numberedEvent(const World &world, int number)
@@ -59,6 +61,20 @@ private Q_SLOTS:
             QCOMPARE(nearby.front().eventID(), newest);
             QCOMPARE(nearby.back().eventID(), oldest);
         }
+    }
+
+    void failureEmptiesTheList()
+    {
+        World world;
+        ModelContainer container({.path = world.folder.filePath(QStringLiteral("store.sqlite"))});
+        container.mainContext().insert(numberedEvent(world, 1));
+        container.mainContext().save();
+        EarthquakeDetailViewModel model(numberedEvent(world, 2));
+        model.loadNearby(container.mainContext());
+        QCOMPARE(model.nearbyEarthquakes().size(), size_t(1));
+        SQLite::Database(container.location().toStdString(), SQLite::OPEN_READWRITE).exec("DROP TABLE earthquake");
+        model.loadNearby(container.mainContext());
+        QVERIFY(model.nearbyEarthquakes().empty());
     }
 };
 
