@@ -75,11 +75,6 @@ FocusScope {
         anchors.fill: parent
         anchors.topMargin: root.runsUnderToolbar ? 0 : toolbar.height
     }
-    TapHandler {
-        acceptedButtons: Qt.BackButton
-        enabled: root.isPushed
-        onTapped: root.goBack()
-    }
     Shortcut {
         sequence: "Ctrl+F"
         enabled: root.isActive && root.search !== null

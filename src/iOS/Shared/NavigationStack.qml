@@ -44,6 +44,16 @@ T.StackView {
         }
     }
 
+    // Not within the stack, which takes away every press from what is in it while a page is on its way.
+    MouseArea {
+        parent: root.parent
+        anchors.fill: parent
+        z: 1
+        enabled: root.depth > 1
+        acceptedButtons: Qt.BackButton
+        onClicked: root.pop()
+    }
+
     clip: true
     focus: true
     pushEnter: Slide { fromX: Theme.slide; toX: 0; comes: true }
