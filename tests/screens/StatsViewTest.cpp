@@ -5,6 +5,7 @@
 #include "macOS/NavigationState.h"
 
 #include <QAbstractItemModelTester>
+#include <QAccessible>
 #include <QSignalSpy>
 #include <QTest>
 
@@ -79,6 +80,53 @@ private Q_SLOTS:
         QVERIFY(shown.named(QStringLiteral("Última hora: 0")));
     }
 
+    void barsAreAsLongAsTheirShares_data()
+    {
+        QTest::addColumn<QString>("name");
+        QTest::addColumn<double>("share");
+        QTest::newRow("fullest category") << "Micro" << 1.0;
+        QTest::newRow("half of the fullest") << "Leve" << 0.5;
+        QTest::newRow("empty category") << "Muy Fuerte" << 0.0;
+        QTest::newRow("two of three") << "Superficial" << 2.0 / 3;
+        QTest::newRow("one of three") << "Intermedio" << 1.0 / 3;
+        QTest::newRow("empty band") << "Profundo" << 0.0;
+    }
+
+    void barsAreAsLongAsTheirShares()
+    {
+        QFETCH(QString, name);
+        QFETCH(double, share);
+        ShownWindow shown;
+        store(shown, {{1h, 1.0, 10.0}, {2h, 1.9, 29.9}, {3h, 2.0, 30.0}});
+        QVERIFY(shown.show());
+        NavigationState::shared().select(QStringLiteral("stats"));
+        shown.settle();
+        QQuickItem *bar = nullptr;
+        for (QQuickItem *candidate : shown.items(QStringLiteral("bar")))
+            if (candidate->property("name").toString() == name)
+                bar = candidate;
+        QVERIFY(bar);
+        QCOMPARE(bar->findChild<QQuickItem *>(QStringLiteral("fill"))->width(), bar->width() * share);
+        const QString spoken = QString::number(std::lround(share * 100)) + QStringLiteral(" %");
+        QCOMPARE(QAccessible::queryAccessibleInterface(bar)->text(QAccessible::Description), spoken);
+    }
+
+    void barsGlideToNewShares()
+    {
+        ShownWindow shown;
+        store(shown, {{1h, 1.0, 10.0}});
+        QVERIFY(shown.show());
+        NavigationState::shared().select(QStringLiteral("stats"));
+        shown.settle();
+        QQuickItem *fill = shown.items(QStringLiteral("fill")).constLast();
+        QCOMPARE(fill->width(), 0.0);
+        const double whole = fill->parentItem()->width();
+        store(shown, {{1h, 1.0, 80.0}});
+        // The loop has not turned since: what changed has begun to move and has not moved yet.
+        QCOMPARE(fill->width(), 0.0);
+        QTRY_COMPARE(fill->width(), whole / 2);
+    }
+
     void namesFromOutsideArePlain()
     {
         ShownWindow shown;
@@ -136,6 +184,24 @@ private Q_SLOTS:
         QVERIFY(shown.named(intro));
         shown.click(shown.named(QStringLiteral("Cerrar")));
         QTRY_VERIFY(!shown.named(intro));
+    }
+
+    void informationIsReadByTheKeyboardInANarrowWindow()
+    {
+        ShownWindow shown;
+        QVERIFY(shown.show());
+        shown.press(Qt::Key_I, Qt::ControlModifier);
+        QQuickItem *card = shown.named(QStringLiteral(
+            "Muy Fuerte, ≥ 7.0. Puede causar destrucción significativa. Sigue las recomendaciones de seguridad, busca "
+            "un lugar seguro y mantente alerta."));
+        QVERIFY(card);
+        const double wideHeight = card->height();
+        shown.window().resize(400, 600);
+        QTRY_VERIFY(card->height() > wideHeight);
+        const QQuickItem *host = shown.named(QStringLiteral("www.ign.es"));
+        QVERIFY(host->mapToScene({0, 0}).y() > 600);
+        shown.press(Qt::Key_End);
+        QVERIFY(host->mapToScene({0, host->height()}).y() < 600);
     }
 
 private:

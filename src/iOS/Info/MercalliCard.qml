@@ -18,15 +18,13 @@ Rectangle {
     Accessible.role: Accessible.StaticText
     Accessible.name: category.label + ", " + category.range + ". " + category.description
 
-    Rectangle {
+    CategoryGround {
         x: root.padding
         y: root.padding
         width: root.swatchSize
         height: root.swatchSize
         radius: Theme.radiusControl
         color: root.category.color
-        border.width: Theme.hair
-        border.color: Theme.categoryEdge
 
         PlainText {
             anchors.centerIn: parent

@@ -3,7 +3,7 @@ import QtQuick
 import orvalia.Shared
 
 /// A magnitude in a pill of its category's colour.
-Rectangle {
+CategoryGround {
     id: root
 
     required property double magnitude
@@ -13,8 +13,6 @@ Rectangle {
     implicitHeight: label.implicitHeight + 10
     radius: height / 2
     color: category.color
-    border.width: Theme.hair
-    border.color: Theme.categoryEdge
     Accessible.role: Accessible.StaticText
     Accessible.name: label.text
 

@@ -38,6 +38,7 @@ Column {
         }
     }
     ShareBar {
+        objectName: "bar"
         width: root.width
         height: root.barHeight
         name: root.label

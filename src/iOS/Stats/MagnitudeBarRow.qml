@@ -18,7 +18,7 @@ Column {
         width: root.width
         height: label.height
 
-        Rectangle {
+        CategoryGround {
             id: dot
 
             anchors.verticalCenter: parent.verticalCenter
@@ -26,8 +26,6 @@ Column {
             height: 10
             radius: 5
             color: root.category.color
-            border.width: Theme.hair
-            border.color: Theme.categoryEdge
         }
         PlainText {
             id: label
@@ -49,6 +47,7 @@ Column {
         }
     }
     ShareBar {
+        objectName: "bar"
         width: root.width
         height: root.barHeight
         name: root.category.label

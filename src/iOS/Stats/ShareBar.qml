@@ -16,6 +16,7 @@ Rectangle {
     readonly property real maximumValue: 1
     readonly property real value: fraction
     property real shownFraction: fraction
+    readonly property int percent: Math.round(fraction * 100)
 
     Behavior on shownFraction {
         NumberAnimation {
@@ -28,14 +29,14 @@ Rectangle {
     color: Theme.systemFill
     Accessible.role: Accessible.ProgressBar
     Accessible.name: name
+    Accessible.description: percent + " %"
 
-    Rectangle {
+    CategoryGround {
         objectName: "fill"
         width: root.width * root.shownFraction
         height: root.height
         radius: height / 2
         color: root.fill
-        border.width: root.hasEdge && width >= height ? Theme.hair : 0
-        border.color: Theme.categoryEdge
+        hasEdge: root.hasEdge && width >= height
     }
 }

@@ -164,13 +164,16 @@ NavigationStack {
                             text: Texts.localized("stats.depth.none", "Sin datos")
                             visible: !screen.hasDepth
                         }
-                        DepthAnalysis {
+                        // Made once there is something to show, so that its bars stand at their shares at once.
+                        Loader {
                             width: parent.width
-                            visible: screen.hasDepth
-                            averageDepth: screen.averageDepth
-                            shallow: screen.shallow
-                            intermediate: screen.intermediate
-                            deep: screen.deep
+                            active: screen.hasDepth
+                            sourceComponent: DepthAnalysis {
+                                averageDepth: screen.averageDepth
+                                shallow: screen.shallow
+                                intermediate: screen.intermediate
+                                deep: screen.deep
+                            }
                         }
                     }
                 }
