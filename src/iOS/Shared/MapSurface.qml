@@ -76,6 +76,9 @@ FocusScope { // qmllint disable
         onTapped: (position, byFinger) => root.takeTap(position, byFinger)
         onDoubleTapped: position => root.doubleTapped(position)
         Keys.onPressed: event => root.press(event)
+        // The key that brought the focus here is released here.
+        Keys.onReleased: event => root.isKeyboardUsed = root.isKeyboardUsed || event.key === Qt.Key_Tab
+            || event.key === Qt.Key_Backtab
         Accessible.role: Accessible.Graphic
         Accessible.name: root.name
         Accessible.description: root.description

@@ -14,12 +14,24 @@ T.Control {
     readonly property real line: 40
     readonly property real pageful: height - line
 
+    readonly property bool isScrollable: flickable.contentHeight > height
+
     function scrollBy(distance: real): void {
         flickable.contentY = Math.max(0, Math.min(flickable.contentHeight - height, flickable.contentY + distance))
     }
 
+    /// Scrolls as little as shows the whole of what the keyboard's focus is on, with some air.
+    function reveal(item: Item): void {
+        const top = item.mapToItem(root, 0, 0).y - Theme.l
+        const bottom = top + item.height + 2 * Theme.l
+        if (top < 0)
+            scrollBy(top)
+        else if (bottom > height)
+            scrollBy(Math.min(top, bottom - height))
+    }
+
     implicitHeight: column.implicitHeight
-    focusPolicy: Qt.TabFocus
+    focusPolicy: isScrollable ? Qt.TabFocus : Qt.NoFocus
     Accessible.role: Accessible.Pane
     Accessible.name: name
     Keys.onUpPressed: scrollBy(-line)
@@ -37,6 +49,12 @@ T.Control {
             scrollBy(flickable.contentHeight)
         else
             event.accepted = false
+    }
+    // The key that brought the focus to an item is released there.
+    Keys.onReleased: event => {
+        const isTab = event.key === Qt.Key_Tab || event.key === Qt.Key_Backtab
+        if (isTab && root.Window.activeFocusItem !== root)
+            reveal(root.Window.activeFocusItem)
     }
     contentItem: Flickable {
         id: flickable

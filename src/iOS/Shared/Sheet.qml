@@ -16,7 +16,7 @@ T.Popup {
     /// From the sheet's sides to its title, and where its content begins.
     property real edge: Theme.xl
     property real maximumHeight: 2000
-    default property alias content: body.data
+    default property alias content: page.content
     property alias buttons: foot.data
     readonly property real headHeight: Theme.toolbarHeight
     readonly property real footHeight: foot.children.length > 0 ? Theme.buttonHeight + 14 + Theme.xl : 0
@@ -29,7 +29,7 @@ T.Popup {
     y: parent ? Math.round((parent.height - height) / 2) : 0
     width: parent ? Math.min(preferredWidth, parent.width - 2 * Theme.xxl) : preferredWidth
     height: Math.min(maximumHeight, (parent ? parent.height : maximumHeight) - 2 * Theme.xxl,
-                     headHeight + body.implicitHeight + footHeight)
+                     headHeight + page.implicitHeight + footHeight)
     modal: true
     focus: true
     closePolicy: T.Popup.NoAutoClose
@@ -71,23 +71,15 @@ T.Popup {
             width: parent.width
             visible: root.hasCloseButton
         }
-        Flickable {
+        ScrollPage {
             id: page
 
             y: root.headHeight
             width: parent.width
             height: parent.height - root.headHeight - root.footHeight
-            contentWidth: width
-            contentHeight: body.implicitHeight
-            clip: true
-            boundsBehavior: Flickable.StopAtBounds
-            T.ScrollBar.vertical: OverlayScrollBar {}
-
-            Column {
-                id: body
-
-                width: page.width
-            }
+            // The keys that scroll are at hand where there is nothing else to do.
+            focus: root.hasCloseButton
+            name: root.title
         }
         Row {
             id: foot
