@@ -5,6 +5,8 @@
 #include "Support/UserEnvironment.h"
 #include "iOS/Shared/Detail/EarthquakeDetailScreen.h"
 
+#include <QClipboard>
+#include <QGuiApplication>
 #include <QTest>
 
 using namespace std::chrono_literals;
@@ -100,6 +102,47 @@ private Q_SLOTS:
         QVERIFY(shown.warnings().isEmpty());
     }
 
+    void backButtonOfTheMouseReturns_data()
+    {
+        QTest::addColumn<int>("section");
+        QTest::addColumn<QString>("under");
+        QTest::addColumn<QPointF>("place");
+        QTest::newRow("to the list") << int(Qt::Key_1) << "detailMap" << QPointF(20, 100);
+        QTest::newRow("to the history") << int(Qt::Key_2) << "value" << QPointF(10, 10);
+        QTest::newRow("to the map and its callout") << int(Qt::Key_3) << "page" << QPointF(20, 640);
+    }
+
+    void backButtonOfTheMouseReturns()
+    {
+        QFETCH(int, section);
+        QFETCH(QString, under);
+        QFETCH(QPointF, place);
+        ShownWindow shown;
+        // The callout is then where it will stay from its first frame on.
+        shown.world.appearance.setReducedMotion(section == Qt::Key_3);
+        store(shown, std::nullopt, QStringLiteral("X"));
+        QVERIFY(shown.show());
+        shown.press(Qt::Key(section), Qt::ControlModifier);
+        if (QQuickItem *map = shown.item(QStringLiteral("map"))) {
+            map->forceActiveFocus(Qt::TabFocusReason);
+            shown.press(Qt::Key_Right, Qt::AltModifier);
+            shown.press(Qt::Key_Return);
+        }
+        const auto opener = [&] {
+            QQuickItem *row = shown.item(QStringLiteral("row 0"));
+            return row ? row : shown.named(QStringLiteral("Ver detalle"));
+        };
+        QTRY_VERIFY(opener());
+        shown.click(opener());
+        // The page may still be on its way in.
+        QTRY_VERIFY(shown.item(QStringLiteral("detailMap")));
+        QTest::mouseClick(&shown.window(), Qt::BackButton, Qt::NoModifier,
+                          shown.item(under)->mapToScene(place).toPoint());
+        QTRY_VERIFY(!shown.item(QStringLiteral("detailMap")));
+        QVERIFY(opener());
+        QVERIFY(opener()->isEnabled());
+    }
+
     void dragOnTheListOpensNothing()
     {
         ShownWindow shown;
@@ -186,7 +229,59 @@ private Q_SLOTS:
         QCOMPARE(map->mapToScene({0, 0}).y(), scrolled);
     }
 
+    void wheelMovesTheMapThatWasClickedInto()
+    {
+        ShownWindow shown;
+        store(shown, std::nullopt, QStringLiteral("X"));
+        QVERIFY(shown.show({480, 480}));
+        shown.click(shown.item(QStringLiteral("row 0")));
+        QTRY_VERIFY(shown.item(QStringLiteral("detailMap")));
+        QTRY_VERIFY(isAtRest(shown));
+        QQuickItem *map = shown.item(QStringLiteral("detailMap"));
+        auto *controller = map->property("controller").value<MapController *>();
+        const double scale = controller->camera().scale();
+        const double y = map->mapToScene({0, 0}).y();
+        shown.click(map);
+        turnWheel(shown, map, Qt::NoModifier);
+        QTRY_VERIFY(controller->camera().scale() < scale);
+        QCOMPARE(map->mapToScene({0, 0}).y(), y);
+    }
+
+    void valuesAreCopiedByTheKeyboardAndByThePointer()
+    {
+        ShownWindow shown;
+        store(shown, std::nullopt, QStringLiteral("<b>W</b> FRONTERA"));
+        QVERIFY(shown.show({480, 480}));
+        shown.click(shown.item(QStringLiteral("row 0")));
+        QTRY_VERIFY(shown.item(QStringLiteral("detailMap")));
+        QTRY_VERIFY(isAtRest(shown));
+        QQuickItem *place = shown.items(QStringLiteral("value")).constLast();
+        QVERIFY(place->mapToScene({0, 0}).y() > 480);
+        for (int tabs = 0; tabs < 12 && !place->hasActiveFocus(); ++tabs)
+            shown.press(Qt::Key_Tab);
+        // What the keyboard reaches is shown.
+        QVERIFY(place->hasActiveFocus());
+        QVERIFY(place->mapToScene({0, place->height()}).y() <= 480);
+        shown.press(Qt::Key_A, Qt::ControlModifier);
+        shown.press(Qt::Key_C, Qt::ControlModifier);
+        QCOMPARE(QGuiApplication::clipboard()->text(), QStringLiteral("<b>W</b> FRONTERA"));
+
+        const QPoint from = shown.items(QStringLiteral("value")).at(1)->mapToScene({0, 10}).toPoint();
+        QTest::mousePress(&shown.window(), Qt::LeftButton, Qt::NoModifier, from);
+        for (int step = 1; step <= 10; ++step)
+            QTest::mouseMove(&shown.window(), from + QPoint(30, 1) * step);
+        QTest::mouseRelease(&shown.window(), Qt::LeftButton, Qt::NoModifier, from + QPoint(300, 10));
+        shown.press(Qt::Key_C, Qt::ControlModifier);
+        QCOMPARE(QGuiApplication::clipboard()->text(), QStringLiteral("27.7000°, -18.0000°"));
+    }
+
 private:
+    /// No page is on its way in or out.
+    static bool isAtRest(const ShownWindow &shown)
+    {
+        return !shown.itemsOf("QQuickStackView").constFirst()->property("busy").toBool();
+    }
+
     static void complete(EarthquakeDetailScreen &screen, const Earthquake &earthquake)
     {
         screen.setProperty("event", QVariant::fromValue(EarthquakeReference{earthquake}));

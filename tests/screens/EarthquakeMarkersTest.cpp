@@ -274,6 +274,23 @@ private Q_SLOTS:
         QCOMPARE(atlas.cellOf(2.31), atlas.cellOf(2.33));
         QVERIFY(atlas.cellOf(3.96) != atlas.cellOf(4.0));
     }
+
+    void whatStandsAmongDotsHasTheFirstTitle()
+    {
+        Map map;
+        map.layer.setStyle(EarthquakeMarkerLayer::Style::dots);
+        const auto kept = [&] { return map.layer.annotations(map.controller.camera()); };
+        QVERIFY(!kept());
+        map.set.setEarthquakes({map.at({100, 100}, 2)});
+        QCOMPARE(kept()->titles.size(), size_t(1));
+        const Earthquake standing = map.at({300, 200}, 3);
+        map.set.setSelected(standing);
+        QCOMPARE(kept()->titles.size(), size_t(2));
+        QCOMPARE(kept()->titles.front().world, WebMercator::toWorld(standing.coordinate()));
+        QCOMPARE(kept()->positions.size(), size_t(3));
+        map.set.setEarthquakes({});
+        QCOMPARE(kept()->titles.size(), size_t(1));
+    }
 };
 
 QTEST_MAIN(EarthquakeMarkersTest)

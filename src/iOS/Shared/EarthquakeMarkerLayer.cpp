@@ -16,6 +16,8 @@ namespace {
 constexpr double fingerRadius = 22;
 /// Disc of the selected marker, with its scale.
 constexpr double selectedRadius = 18 * 1.2;
+/// Of the item that stands among dots, in pixels.
+constexpr double standingHeight = 24;
 /// Titles that are tried; below so many markers nobody reads more.
 constexpr size_t mostTitles = 200;
 
@@ -143,7 +145,8 @@ QPointF EarthquakeMarkerLayer::place(const Earthquake &earthquake) const
 
 std::shared_ptr<const MapAnnotations> EarthquakeMarkerLayer::annotations(const MapCamera &camera) const
 {
-    if (!m_markers || m_index.positions().empty())
+    const std::optional<Earthquake> standing = standingAmongDots();
+    if (!m_markers || (m_index.positions().empty() && !standing))
         return nullptr;
     auto result = std::make_shared<MapAnnotations>();
     result->radius = radius();
@@ -158,6 +161,13 @@ std::shared_ptr<const MapAnnotations> EarthquakeMarkerLayer::annotations(const M
         result->positions.push_back(position);
         if (result->titles.size() < mostTitles)
             result->titles.push_back({position, m_markers->earthquakes()[mark].location()});
+    }
+    if (standing) {
+        const QPointF position = WebMercator::toWorld(standing->coordinate());
+        // Its item is taller than a dot: two dots, one above the other, hold the room of it.
+        const QPointF above = camera.toWorld(camera.toScreen(position) - QPointF(0, standingHeight - m_look.diameter));
+        result->positions.insert(result->positions.end(), {position, above});
+        result->titles.insert(result->titles.begin(), {position, standing->location()});
     }
     return result;
 }
@@ -190,10 +200,19 @@ void EarthquakeMarkerLayer::earthquakesChanged()
 
 void EarthquakeMarkerLayer::selectionChanged()
 {
-    if (!m_markers || m_style == Style::dots)
+    if (!m_markers)
         return;
+    if (m_style == Style::dots) {
+        Q_EMIT annotationsChanged();
+        return;
+    }
     const auto &selected = m_markers->selected();
     m_raised.update(m_markers->latest(), selected && indexOf(*selected) ? selected : std::nullopt);
+}
+
+std::optional<Earthquake> EarthquakeMarkerLayer::standingAmongDots() const
+{
+    return m_markers && m_style == Style::dots ? m_markers->selected() : std::nullopt;
 }
 
 void EarthquakeMarkerLayer::cameraMoved()

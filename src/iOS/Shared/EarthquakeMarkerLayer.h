@@ -26,7 +26,9 @@ class EarthquakeMarkerLayer : public MapAnnotationSource
 public:
     enum class Style {
         badges, ///< discs of 28 pixels with the magnitude, centred on the event
-        dots ///< translucent discs of 14 pixels that stand on the event
+        /// Translucent discs of 14 pixels that stand on the event. The selected event, which has an item of its own
+        /// among them and need not be in the set, has room and title kept for it.
+        dots
     };
     Q_ENUM(Style)
 
@@ -73,6 +75,7 @@ private:
     void selectionChanged();
     void cameraMoved();
     void lookChanged();
+    std::optional<Earthquake> standingAmongDots() const;
     void buildMarkers();
     QSGNode *updateQuads(QSGNode *node);
     QSGNode *updatePainting(QSGNode *node);

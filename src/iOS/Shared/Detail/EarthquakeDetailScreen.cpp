@@ -23,6 +23,7 @@ void EarthquakeDetailScreen::componentComplete()
     m_viewModel = std::make_unique<EarthquakeDetailViewModel>(*m_event.earthquake);
     connect(m_viewModel.get(), &EarthquakeDetailViewModel::nearbyEarthquakesChanged, this,
             [this] { m_nearby.setEarthquakes(m_viewModel->nearbyEarthquakes()); });
+    m_nearby.setSelected(m_event.earthquake);
     Q_EMIT loaded();
     Q_EMIT placeChanged();
 }

@@ -21,6 +21,7 @@ NavigationPage {
         controller: map.controller
     }
     ScrollPage {
+        objectName: "page"
         anchors.fill: parent
         focus: true
         name: root.title
@@ -35,6 +36,7 @@ NavigationPage {
             region: screen.region // qmllint disable
             annotations: dots
             wheelNeedsFocus: true
+            onDoubleTapped: position => map.zoomUnless(false, position)
 
             EarthquakeMarkerLayer {
                 id: dots
@@ -53,7 +55,6 @@ NavigationPage {
             x: Theme.l
             width: parent.width - 2 * Theme.l
             topPadding: Theme.l
-            bottomPadding: Theme.l
 
             DetailRow {
                 width: parent.width

@@ -34,6 +34,13 @@ Item {
         anchors.fill: parent
         radius: width / 2
         color: root.color
+    }
+    // Half of the line lies within the disc, half around it.
+    Rectangle {
+        anchors.fill: parent
+        anchors.margins: -border.width / 2
+        radius: width / 2
+        color: "transparent"
         border.width: 2
         border.color: "white"
     }

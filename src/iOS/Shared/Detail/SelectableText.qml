@@ -8,6 +8,7 @@ TextEdit {
 
     required property string content
     property TextStyle textStyle: Theme.body
+    readonly property real leading: textStyle.line - Math.ceil(metrics.height)
 
     text: DisplayText.oneLine(content)
     textFormat: TextEdit.PlainText
@@ -17,6 +18,9 @@ TextEdit {
     persistentSelection: false
     activeFocusOnTab: true
     wrapMode: TextEdit.Wrap
+    // As tall on one line as any text of its style.
+    topPadding: Math.round(leading / 2)
+    bottomPadding: leading - topPadding
     color: Theme.primary
     selectionColor: Theme.accent
     selectedTextColor: Theme.textOnAccent
@@ -28,6 +32,11 @@ TextEdit {
     Accessible.name: text
     onActiveFocusChanged: if (!activeFocus) deselect()
 
+    FontMetrics {
+        id: metrics
+
+        font: root.font
+    }
     FocusRing {
         anchors.margins: -Theme.xxs
         shown: root.activeFocus
