@@ -148,7 +148,7 @@ const std::vector<Scene> &scenes()
         {"list-loading", {noAnswerYet(), open}},
         {"list-hostile", {answer(hostilePage()), open}},
         {"sidebar", {openFull, showSidebar}},
-        {"nothing-selected", {openFull, showSidebar, press("Sismos", Qt::ControlModifier)}},
+        {"nothing-selected", {openFull, showSidebar, press("sismos", Qt::ControlModifier)}},
         {"menu", {openFull, key(Qt::Key_F10)}},
         {"menu-sections", {openFull, key(Qt::Key_F10), hover("Navegar")}},
         {"about", {openFull, key(Qt::Key_F10), press("Acerca de Terremotos")}},

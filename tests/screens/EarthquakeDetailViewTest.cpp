@@ -86,7 +86,7 @@ private Q_SLOTS:
         ShownWindow shown;
         store(shown, std::nullopt, QStringLiteral("<b>W</b> FRONTERA"));
         QVERIFY(shown.show());
-        QQuickItem *list = shown.named(QStringLiteral("Sismos"));
+        QQuickItem *list = shown.item(QStringLiteral("earthquakeList"));
         QVERIFY(list);
         list->forceActiveFocus(Qt::TabFocusReason);
         shown.press(Qt::Key_Down);
@@ -98,7 +98,7 @@ private Q_SLOTS:
         QVERIFY2(faultsOfItems(shown.window()).isEmpty(), qPrintable(faultsOfItems(shown.window()).join(u'\n')));
         shown.press(Qt::Key(key), Qt::KeyboardModifiers(modifiers));
         QTRY_VERIFY(!shown.item(QStringLiteral("detailMap")));
-        QCOMPARE(shown.named(QStringLiteral("Sismos"))->property("currentIndex").toInt(), 0);
+        QCOMPARE(shown.item(QStringLiteral("earthquakeList"))->property("currentIndex").toInt(), 0);
         QVERIFY(shown.warnings().isEmpty());
     }
 
