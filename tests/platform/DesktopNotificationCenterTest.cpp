@@ -235,8 +235,7 @@ private Q_SLOTS:
         scene.server->giveUpName();
 
         HeldServer server(scene.bus, QStringLiteral("replacement"));
-        PrivateBus::goRound(programName);
-        scene.center.add(request("a", "4"));
+        scene.center.add(request("a", "4")); // nobody has said yet that there is a new one
         server.tellCapabilities({QStringLiteral("body-markup")});
         QMap<QString, uint> shown;
         for (int i = 0; i < 2; ++i) {
@@ -264,6 +263,7 @@ private Q_SLOTS:
         QVERIFY(notify.arguments().value(4).toString().contains(u'<'));
 
         server.giveUpName();
+        PrivateBus::goRound(programName); // there is none for a while
         HeldServer last(scene.bus, QStringLiteral("last"));
         last.tellCapabilities();
         QCOMPARE(title(last.next()), QStringLiteral("1"));

@@ -131,11 +131,11 @@ void DesktopNotificationCenter::serverChanged(const QString &newOwner)
     m_capabilities.reset();
     m_isAsking = false;
     // The numbers that the old server gave may mean anybody's notifications to the new one. What it never answered for
-    // is told anew.
+    // is told anew, at once or when there is a server again.
     for (const Delivery &delivery : std::exchange(m_deliveries, {}))
         if (const auto &unanswered = delivery.waiting ? delivery.waiting : delivery.outstanding)
             m_held.push_back(*unanswered);
-    if (!newOwner.isEmpty() || !m_held.empty())
+    if (!newOwner.isEmpty())
         askCapabilities();
 }
 
