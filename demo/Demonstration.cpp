@@ -32,7 +32,7 @@
 
 namespace {
 /// The program's desktop file: the desktop decides by it what the program may do.
-const QString programName = QStringLiteral("orvalia");
+const QString programId = QStringLiteral(ORVALIA_ID);
 
 int signalPipe[2] = {-1, -1};
 
@@ -78,7 +78,7 @@ int demonstrate(DemoCatalogue::Pace pace)
     SettingsUserDefaults userDefaults(folder.filePath(QStringLiteral("settings.ini")));
     NotificationCenter notificationCenter;
     StoredPermissions permissions(folder.filePath(QStringLiteral("permissions.ini")));
-    DesktopNotificationCenter userNotificationCenter(permissions, QDBusConnection::sessionBus(), programName);
+    DesktopNotificationCenter userNotificationCenter(permissions, QDBusConnection::sessionBus(), programId);
     DesktopWorkspace workspace;
     PortalAppearance appearance(QDBusConnection::sessionBus());
     Platform platform{
@@ -92,7 +92,7 @@ int demonstrate(DemoCatalogue::Pace pace)
         .appearance = appearance,
         .makeLocationService =
             [&] {
-                return std::make_unique<DesktopLocationService>(permissions, QDBusConnection::systemBus(), programName);
+                return std::make_unique<DesktopLocationService>(permissions, QDBusConnection::systemBus(), programId);
             },
         .makeBackgroundActivityScheduler =
             [&](const QString &) { return std::make_unique<ClockActivityScheduler>(clock); },

@@ -28,7 +28,7 @@ int main(int argc, char *argv[])
     // The desktop knows the demonstration as the program itself.
     QGuiApplication::setApplicationName(QStringLiteral("orvalia"));
     QGuiApplication::setApplicationVersion(QStringLiteral(ORVALIA_VERSION));
-    QGuiApplication::setDesktopFileName(QStringLiteral("orvalia"));
+    QGuiApplication::setDesktopFileName(QStringLiteral(ORVALIA_ID));
     const QStringList arguments = QGuiApplication::arguments();
     if (arguments.value(1) == QStringLiteral("--tour") && (argc == 3 || argc == 4))
         return tour(arguments);

@@ -17,8 +17,10 @@
 #include <QStandardPaths>
 
 namespace {
-/// Name of the program, of its folders and of its desktop file.
+/// Name of the program and of its folders.
 const QString programName = QStringLiteral("orvalia");
+/// Name of its desktop file, by which the desktop decides what the program may do.
+const QString programId = QStringLiteral(ORVALIA_ID);
 
 QString storePath()
 {
@@ -31,14 +33,14 @@ int main(int argc, char *argv[])
     QGuiApplication application(argc, argv);
     QGuiApplication::setApplicationName(programName);
     QGuiApplication::setApplicationVersion(QStringLiteral(ORVALIA_VERSION));
-    QGuiApplication::setDesktopFileName(programName);
+    QGuiApplication::setDesktopFileName(programId);
 
     SystemClock clock;
     SettingsUserDefaults userDefaults(SettingsUserDefaults::standardPath());
     NetworkURLSession urlSession(clock);
     NotificationCenter notificationCenter;
     StoredPermissions permissions(StoredPermissions::standardPath());
-    DesktopNotificationCenter userNotificationCenter(permissions, QDBusConnection::sessionBus(), programName);
+    DesktopNotificationCenter userNotificationCenter(permissions, QDBusConnection::sessionBus(), programId);
     DesktopWorkspace workspace;
     PortalAppearance appearance(QDBusConnection::sessionBus());
     Platform platform{
@@ -52,7 +54,7 @@ int main(int argc, char *argv[])
         .appearance = appearance,
         .makeLocationService =
             [&] {
-                return std::make_unique<DesktopLocationService>(permissions, QDBusConnection::systemBus(), programName);
+                return std::make_unique<DesktopLocationService>(permissions, QDBusConnection::systemBus(), programId);
             },
         .makeBackgroundActivityScheduler =
             [&](const QString &) { return std::make_unique<ClockActivityScheduler>(clock); },
