@@ -1,8 +1,10 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "Platform/Text/DateFormatter.h"
+#include "Support/TestInstant.h"
 #include "Support/World.h"
 #include "iOS/Shared/CalendarDays.h"
 #include "iOS/Shared/CalendarModel.h"
+#include "iOS/Shared/InstantDate.h"
 
 #include <QAbstractItemModelTester>
 #include <QTest>
@@ -14,11 +16,6 @@ namespace {
 Instant noonOf(int year, unsigned month, unsigned day)
 {
     return std::chrono::sys_days{std::chrono::year{year} / std::chrono::month{month} / std::chrono::day{day}} + 12h;
-}
-
-QDateTime dateTimeOf(Instant instant)
-{
-    return QDateTime::fromMSecsSinceEpoch(instant.time_since_epoch().count());
 }
 
 QString isoDay(Instant instant)
@@ -154,7 +151,7 @@ private Q_SLOTS:
         useLocale("es_ES.UTF-8");
         CalendarModel model;
         const QAbstractItemModelTester tester(&model, QAbstractItemModelTester::FailureReportingMode::QtTest);
-        model.setSelected(dateTimeOf(noonOf(2021, 9, 19)));
+        model.setSelected(dateOf(noonOf(2021, 9, 19)));
         model.showSelected();
         QCOMPARE(model.title(), QStringLiteral("Septiembre 2021"));
         QCOMPARE(model.selectedText(), QStringLiteral("19 sept 2021"));
@@ -169,16 +166,14 @@ private Q_SLOTS:
         World world;
         useLocale("es_ES.UTF-8");
         CalendarModel model;
-        model.setSelected(dateTimeOf(noonOf(2021, 2, 10)));
-        model.setMinimum(dateTimeOf(noonOf(2021, 2, 3)));
-        model.setMaximum(dateTimeOf(noonOf(2021, 2, 12)));
+        model.setSelected(dateOf(noonOf(2021, 2, 10)));
+        model.setMinimum(dateOf(noonOf(2021, 2, 3)));
+        model.setMaximum(dateOf(noonOf(2021, 2, 12)));
         model.showSelected();
         QCOMPARE(shown(model), QStringLiteral("x x 3 4 5 6 7 8 9 10 11 12 x x x x x x x x x x x x x x x x"));
         QVERIFY(!model.moment(1).isValid());
         QVERIFY(!model.moment(12).isValid());
         QVERIFY(!model.moment(-1).isValid());
-        QCOMPARE(model.moment(2), dateTimeOf(noonOf(2021, 2, 3)));
-        QCOMPARE(model.moment(3), dateTimeOf(noonOf(2021, 2, 4) - 12h));
         model.moveByDays(-30);
         QCOMPARE(model.cursorRow(), 2);
         model.moveByMonths(4);
@@ -187,12 +182,44 @@ private Q_SLOTS:
         QVERIFY(model.momentOf(QStringLiteral("12/2/2021")).isValid());
     }
 
+    void anotherDayKeepsTheTimeOfDay_data()
+    {
+        QTest::addColumn<QByteArray>("selected");
+        QTest::addColumn<QString>("typed");
+        QTest::addColumn<QString>("moment");
+        const auto row = [](const char *name, const char *selected, const char *typed, const char *result) {
+            QTest::newRow(name) << QByteArray(selected) << QString::fromLatin1(typed) << QString::fromLatin1(result);
+        };
+        // Bounds: 5 March 2025, 10:00:00.500, to 26 October 2026, 20:00.
+        row("to the millisecond", "2025-05-01T13:07:09.123Z", "2025-06-30", "2025-06-30T13:07:09.123Z");
+        row("summer to winter", "2025-05-01T13:07:09Z", "2025-12-01", "2025-12-01T14:07:09Z");
+        row("time that the clock skips", "2025-05-01T00:30:00Z", "2025-03-30", "2025-03-30T01:00:00Z");
+        row("time that strikes twice", "2025-05-01T00:30:00Z", "2025-10-26", "2025-10-26T00:30:00Z");
+        row("too early on the first day", "2025-05-01T08:00:00Z", "2025-03-05", "2025-03-05T10:00:00.500Z");
+        row("too late on the last day", "2025-05-01T21:00:00Z", "2026-10-26", "2026-10-26T20:00:00Z");
+        row("before the first day", "2025-05-01T21:00:00Z", "2025-03-04", "");
+        row("after the last day", "2025-05-01T08:00:00Z", "2026-10-27", "");
+    }
+
+    void anotherDayKeepsTheTimeOfDay()
+    {
+        QFETCH(QByteArray, selected);
+        QFETCH(QString, typed);
+        World world;
+        CalendarModel model;
+        model.setMinimum(dateOf(instant("2025-03-05T10:00:00.500Z")));
+        model.setMaximum(dateOf(instant("2026-10-26T20:00:00Z")));
+        model.setSelected(dateOf(instant(selected.constData())));
+        const QDateTime moment = model.momentOf(typed);
+        QTEST(moment.isValid() ? isoText(instantOf(moment)) : QString(), "moment");
+    }
+
     void theCursorMovesByDayWeekAndMonth()
     {
         World world;
         useLocale("es_ES.UTF-8");
         CalendarModel model;
-        model.setSelected(dateTimeOf(noonOf(2021, 9, 16)));
+        model.setSelected(dateOf(noonOf(2021, 9, 16)));
         model.showSelected();
         model.moveToWeekStart();
         QCOMPARE(model.cursorRow(), 14);

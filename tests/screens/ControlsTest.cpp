@@ -258,7 +258,7 @@ private Q_SLOTS:
         QTest::keyClick(m_view.get(), Qt::Key_Left);
         QTest::keyClick(m_view.get(), Qt::Key_Return);
         QCOMPARE(requested.count(), 1);
-        QCOMPARE(requested.at(0).at(0).toDateTime(), QDateTime(QDate(2021, 10, 18), QTime(0, 0)));
+        QCOMPARE(requested.at(0).at(0).toDateTime(), QDateTime(QDate(2021, 10, 18), QTime(12, 0)));
 
         QTRY_VERIFY(item->hasActiveFocus());
         type(QLatin1String("2021-09-03"));
@@ -266,13 +266,47 @@ private Q_SLOTS:
         QCOMPARE(requested.count(), 2);
         QCOMPARE(requested.at(1).at(0).toDateTime(), QDateTime(QDate(2021, 9, 3), QTime(12, 0)));
 
-        type(QLatin1String("2021-09-02"));
+        // Nothing at all is given up, not refused.
+        type(QLatin1String("2"));
+        QTest::keyClick(m_view.get(), Qt::Key_Backspace);
         QTest::keyClick(m_view.get(), Qt::Key_Return);
-        type(QLatin1String("2021-09-31"));
-        QTest::keyClick(m_view.get(), Qt::Key_Return);
-        QCOMPARE(requested.count(), 2);
         QVERIFY(item->hasActiveFocus());
+        QCOMPARE(requested.count(), 2);
         QCOMPARE(item->property("date").toDateTime(), QDateTime(QDate(2021, 9, 19), QTime(12, 0)));
+    }
+
+    void typedDaysThatCannotBeChosenStayInTheField_data()
+    {
+        QTest::addColumn<QByteArray>("typed");
+        QTest::newRow("no such day") << QByteArray("2021-09-31");
+        QTest::newRow("out of bounds") << QByteArray("2021-09-02");
+        QTest::newRow("half a date") << QByteArray("2021-09");
+    }
+
+    void typedDaysThatCannotBeChosenStayInTheField()
+    {
+        QFETCH(QByteArray, typed);
+        QQuickItem *row = show("Row { DateField { text: 'A'; date: new Date(2021, 8, 19, 12); minimum: new Date(2021, "
+                               "8, 3, 12) } BorderedButton { text: 'B' } }");
+        QQuickItem *item = row->childItems().at(0);
+        QSignalSpy requested(item, SIGNAL(requested(QDateTime)));
+        auto *entry = item->findChild<QQuickItem *>(QStringLiteral("typedDate"));
+        const auto isRefused = [&] { return item->property("isRefused").toBool() && entry->isVisible(); };
+        for (const Qt::Key leavesBy : {Qt::Key_Return, Qt::Key_Tab}) {
+            item->forceActiveFocus(Qt::TabFocusReason);
+            type(QLatin1String(typed));
+            QVERIFY(!isRefused());
+            QTest::keyClick(m_view.get(), leavesBy);
+            QVERIFY(isRefused());
+            QCOMPARE(entry->property("text").toString(), QString::fromLatin1(typed));
+            QVERIFY(
+                QAccessible::queryAccessibleInterface(entry)->text(QAccessible::Description).contains(u"9/19/2021"));
+            entry->forceActiveFocus();
+            QTest::keyClick(m_view.get(), Qt::Key_Escape);
+            QVERIFY(!isRefused());
+            QVERIFY(item->hasActiveFocus());
+        }
+        QCOMPARE(requested.count(), 0);
     }
 
     void markupFromOutsideStaysText()

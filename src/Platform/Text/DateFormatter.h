@@ -48,6 +48,9 @@ std::optional<Instant> startOfNextMonth(int year, int month);
 std::optional<Instant> startOfYear(int year);
 /// First instant of the day that holds `instant`.
 Instant startOfDay(Instant instant);
+/// The day that holds `day`, at the time of day of `time`: where the clock skips that time the moment after the gap,
+/// where it strikes twice the first.
+Instant atTimeOfDay(Instant day, Instant time);
 /// The twelve full month names for use on their own, each word with a capital.
 std::vector<QString> monthNames();
 /// The first day of the week: 1 is Sunday.

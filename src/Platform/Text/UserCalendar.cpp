@@ -7,9 +7,11 @@
 #include <unicode/smpdtfmt.h>
 
 #include <algorithm>
+#include <array>
 
 namespace {
 constexpr int monthsOfAYear = 12;
+constexpr std::array fieldsOfTheTime = {UCAL_HOUR_OF_DAY, UCAL_MINUTE, UCAL_SECOND, UCAL_MILLISECOND};
 
 icu::Calendar &calendarAt(Instant instant)
 {
@@ -79,9 +81,20 @@ std::optional<Instant> UserCalendar::startOfYear(int year)
 Instant UserCalendar::startOfDay(Instant instant)
 {
     icu::Calendar &calendar = calendarAt(instant);
-    for (const UCalendarDateFields field : {UCAL_HOUR_OF_DAY, UCAL_MINUTE, UCAL_SECOND, UCAL_MILLISECOND})
+    for (const UCalendarDateFields field : fieldsOfTheTime)
         calendar.set(field, 0);
     return instantOf(calendar).value_or(instant);
+}
+
+Instant UserCalendar::atTimeOfDay(Instant day, Instant time)
+{
+    std::array<int, fieldsOfTheTime.size()> values{};
+    for (size_t i = 0; i < values.size(); ++i)
+        values[i] = fieldAt(time, fieldsOfTheTime[i]);
+    icu::Calendar &calendar = calendarAt(day);
+    for (size_t i = 0; i < values.size(); ++i)
+        calendar.set(fieldsOfTheTime[i], values[i]);
+    return instantOf(calendar).value_or(day);
 }
 
 std::vector<QString> UserCalendar::monthNames()

@@ -5,20 +5,11 @@
 #include "Platform/Support/Platform.h"
 #include "Platform/Text/DateFormatter.h"
 #include "iOS/Shared/CalendarDays.h"
+#include "iOS/Shared/InstantDate.h"
 
 #include <algorithm>
 
 namespace {
-Instant instantOf(const QDateTime &moment)
-{
-    return Instant(std::chrono::milliseconds(moment.toMSecsSinceEpoch()));
-}
-
-QDateTime dateTimeOf(Instant instant)
-{
-    return QDateTime::fromMSecsSinceEpoch(instant.time_since_epoch().count());
-}
-
 QString withPattern(const char16_t *pattern, Instant instant)
 {
     return DateFormatter(DateFormatter::Form::pattern, QString::fromUtf16(pattern)).string(instant);
@@ -74,12 +65,17 @@ QHash<int, QByteArray> CalendarModel::roleNames() const
 
 QDateTime CalendarModel::selected() const
 {
-    return dateTimeOf(m_selected);
+    return dateOf(m_selected);
 }
 
 QString CalendarModel::selectedText() const
 {
     return withSkeleton(u"yMMMd", m_selected);
+}
+
+QString CalendarModel::typedExample() const
+{
+    return withSkeleton(u"yMd", m_selected);
 }
 
 QString CalendarModel::title() const
@@ -167,6 +163,11 @@ QDateTime CalendarModel::momentOf(const QString &typed) const
     return day ? momentOfDay(*day) : QDateTime();
 }
 
+bool CalendarModel::isDigit(const QString &typed) const
+{
+    return !typed.isEmpty() && typed.front().digitValue() >= 0;
+}
+
 bool CalendarModel::isWithinBounds(Instant day) const
 {
     return (!m_minimum.isValid() || day >= UserCalendar::startOfDay(instantOf(m_minimum)))
@@ -177,7 +178,12 @@ QDateTime CalendarModel::momentOfDay(Instant day) const
 {
     if (!isWithinBounds(day))
         return {};
-    return dateTimeOf(m_minimum.isValid() ? std::max(day, instantOf(m_minimum)) : day);
+    Instant moment = UserCalendar::atTimeOfDay(day, m_selected);
+    if (m_minimum.isValid())
+        moment = std::max(moment, instantOf(m_minimum));
+    if (m_maximum.isValid())
+        moment = std::min(moment, instantOf(m_maximum));
+    return dateOf(moment);
 }
 
 void CalendarModel::moveTo(Instant day)

@@ -22,6 +22,8 @@ class CalendarModel : public QAbstractListModel
     Q_PROPERTY(QDateTime maximum READ maximum WRITE setMaximum NOTIFY boundsChanged)
     /// Such as "19 sept 2021".
     Q_PROPERTY(QString selectedText READ selectedText NOTIFY selectedChanged)
+    /// The same day as it may be typed, such as "19/9/2021".
+    Q_PROPERTY(QString typedExample READ typedExample NOTIFY selectedChanged)
     /// Such as "Septiembre 2021".
     Q_PROPERTY(QString title READ title NOTIFY monthChanged)
     /// Two letters each, the locale's first day of the week first.
@@ -42,6 +44,7 @@ public:
     QDateTime minimum() const { return m_minimum; }
     QDateTime maximum() const { return m_maximum; }
     QString selectedText() const;
+    QString typedExample() const;
     QString title() const;
     QStringList weekdays() const;
     int cursorRow() const;
@@ -57,11 +60,13 @@ public:
     Q_INVOKABLE void moveToWeekStart();
     Q_INVOKABLE void moveToWeekEnd();
 
-    /// The moment to choose for the day of a row: its start, or the bound that lies in that day. Invalid for a day out
-    /// of bounds.
+    /// The moment to choose for the day of a row: at the time of day of the chosen moment, or the bound that it would
+    /// pass. Invalid for a day out of bounds.
     Q_INVOKABLE QDateTime moment(int row) const;
     /// The same for a typed text; invalid when it is no day or one out of bounds.
     Q_INVOKABLE QDateTime momentOf(const QString &typed) const;
+    /// A typed day may begin so: with a digit of any script.
+    Q_INVOKABLE bool isDigit(const QString &typed) const;
 
 Q_SIGNALS:
     void selectedChanged();

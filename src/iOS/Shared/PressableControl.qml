@@ -8,13 +8,27 @@ import orvalia.Shared
 T.AbstractButton {
     id: root
 
+    /// Enter presses it. A control that stands in for a value leaves Enter to the form's confirming button instead.
+    property bool enterPresses: true
+
+    /// Enter was pressed, and does not press this control.
+    signal entered
+
+    function enter(): void {
+        if (root.enterPresses)
+            root.clicked()
+        else
+            root.entered()
+    }
+
     implicitWidth: implicitContentWidth + leftPadding + rightPadding
     implicitHeight: implicitContentHeight + topPadding + bottomPadding
     focusPolicy: Qt.StrongFocus
     hoverEnabled: true
     font.family: Theme.fontFamily
-    Keys.onReturnPressed: root.clicked()
-    Keys.onEnterPressed: root.clicked()
+    // Always taken: under some desktops the template's own buttons react to Enter too.
+    Keys.onReturnPressed: root.enter()
+    Keys.onEnterPressed: root.enter()
 
     Accessible.role: Accessible.Button
     Accessible.name: text
