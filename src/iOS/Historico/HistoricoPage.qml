@@ -36,6 +36,33 @@ NavigationPage {
 
         container: root.container
     }
+    Connections {
+        target: screen
+
+        function onShowFilterSheetChanged(): void {
+            if (screen.showFilterSheet)
+                filterSheet.loadAnew()
+        }
+    }
+    Loader {
+        id: filterSheet
+
+        function loadAnew(): void {
+            // One that is still fading out holds what its user gave up.
+            filterSheet.active = false
+            filterSheet.active = true
+        }
+
+        active: false
+        sourceComponent: Item {
+            HistoricoFilterSheet {
+                viewModel: screen.viewModel
+                visible: screen.showFilterSheet
+                onDismissRequested: screen.showFilterSheet = false
+                onClosed: filterSheet.active = false
+            }
+        }
+    }
     Component {
         id: detail
 

@@ -14,7 +14,7 @@ PressableControl {
 
     width: widthShare >= 0 ? widthShare : implicitWidth
     // As wide as it is when chosen, so that nothing moves.
-    implicitWidth: Math.ceil(measure.implicitWidth) + 22
+    implicitWidth: Math.ceil(measure.implicitWidth) + 18
     focusPolicy: Qt.NoFocus
     Accessible.role: Accessible.RadioButton
     Accessible.checkable: true

@@ -4,7 +4,7 @@ import QtQuick.Templates as T
 import orvalia.Shared
 
 /// A sheet over the whole window: a head with its title, content that scrolls where it must, and a foot with buttons.
-/// Bind `visible` to the state that opens it; Escape and the head's button only ask.
+/// Bind `visible` to the state that opens it; Escape, Enter and the head's button only ask.
 T.Popup {
     id: root
 
@@ -23,6 +23,8 @@ T.Popup {
 
     /// The user wants it gone.
     signal dismissRequested
+    /// Enter was pressed where it presses nothing.
+    signal confirmRequested
 
     parent: T.Overlay.overlay
     x: parent ? Math.round((parent.width - width) / 2) : 0
@@ -46,6 +48,8 @@ T.Popup {
     contentItem: FocusScope {
         focus: true
         Keys.onEscapePressed: root.dismissRequested()
+        Keys.onReturnPressed: root.confirmRequested()
+        Keys.onEnterPressed: root.confirmRequested()
 
         PlainText {
             x: root.edge
