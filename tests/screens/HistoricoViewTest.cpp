@@ -105,6 +105,16 @@ private Q_SLOTS:
         QCOMPARE(seen.value(0), QStringLiteral("-S--"));
     }
 
+    void monthsHaveTheirHeaders()
+    {
+        History shown;
+        shown.store("2026-11-01T12:00:00Z");
+        shown.store("2025-11-01T12:00:00Z");
+        QVERIFY(shown.open());
+        QVERIFY(shown.named(QStringLiteral("November 2026")));
+        QVERIFY(shown.named(QStringLiteral("November 2025")));
+    }
+
     void emptyPeriodSaysSo()
     {
         History shown;

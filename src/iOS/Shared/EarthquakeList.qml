@@ -8,7 +8,7 @@ import orvalia.Shared
 ListView {
     id: root
 
-    /// Titles of the sections by the ids that the model gives.
+    /// Titles of the sections by the ids that the model gives. An id that is not in here is a title itself.
     required property var sectionTitles
     required property string name
     /// A row opens something.
@@ -82,7 +82,7 @@ ListView {
     section.delegate: EarthquakeSectionHeader {
         width: ListView.view.width
         // A header that Qt 6.4 uses again learns its new section through the context alone, never through a property.
-        title: root.sectionTitles[section] ?? ""
+        title: root.sectionTitles[section] ?? section
     }
     delegate: EarthquakeListRow {
         required property int index
