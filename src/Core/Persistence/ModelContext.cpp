@@ -133,8 +133,12 @@ struct Span
             last = std::min(last, milliseconds(*dates.before) - 1);
     }
 
-    std::int64_t first = std::numeric_limits<std::int64_t>::min();
-    std::int64_t last = std::numeric_limits<std::int64_t>::max();
+    bool isWhole() const { return first == earliest && last == latest; }
+
+    static constexpr std::int64_t earliest = std::numeric_limits<std::int64_t>::min();
+    static constexpr std::int64_t latest = std::numeric_limits<std::int64_t>::max();
+    std::int64_t first = earliest;
+    std::int64_t last = latest;
 };
 }
 
@@ -340,8 +344,11 @@ std::vector<Earthquake> ModelContext::fetch(const FetchDescriptor &descriptor) c
 qint64 ModelContext::fetchCount(const FetchDescriptor &descriptor) const
 {
     const qint64 stored = d->reading([&] {
-        SQLite::Statement count(d->database, "SELECT count(*) FROM earthquake WHERE date BETWEEN ? AND ?");
         const Span span(descriptor.dates);
+        // A whole table is counted by its pages, five times as fast as a span of all dates by its rows.
+        if (span.isWhole())
+            return d->database.execAndGet("SELECT count(*) FROM earthquake").getInt64();
+        SQLite::Statement count(d->database, "SELECT count(*) FROM earthquake WHERE date BETWEEN ? AND ?");
         count.bind(1, span.first);
         count.bind(2, span.last);
         count.executeStep();
@@ -357,10 +364,10 @@ std::vector<Instant> ModelContext::newestDateOfEachYear() const
     FetchDescriptor newest{.sort = FetchDescriptor::Sort::dateReverse, .fetchLimit = 1};
     std::vector<Instant> dates;
     for (auto found = fetch(newest); !found.empty(); found = fetch(newest)) {
-        dates.push_back(found.front().date());
-        newest.dates.before = UserCalendar::startOfYear(UserCalendar::year(dates.back()));
-        if (!newest.dates.before)
-            break;
+        const Instant date = dates.emplace_back(found.front().date());
+        const auto yearStart = UserCalendar::startOfYear(UserCalendar::year(date));
+        // The number of a year in an era that has ended stands for a year of today's era: then day by day.
+        newest.dates.before = yearStart && *yearStart <= date ? *yearStart : UserCalendar::startOfDay(date);
     }
     return dates;
 }

@@ -28,7 +28,8 @@ public:
     std::vector<Earthquake> fetch(const FetchDescriptor &descriptor) const;
     /// How many match, whatever the sort, limit and offset. Throws StoreError.
     qint64 fetchCount(const FetchDescriptor &descriptor) const;
-    /// The dates of the newest event of each year of the user's calendar, newest first. Throws StoreError.
+    /// The date of the newest event of each year of the user's calendar, and perhaps of others, newest first. Throws
+    /// StoreError.
     std::vector<Instant> newestDateOfEachYear() const;
     /// Those event numbers of `rows` that are stored or pending. Costs the same whatever the store holds. Throws
     /// StoreError.
