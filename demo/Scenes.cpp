@@ -3,6 +3,7 @@
 
 #include "PageGenerator.h"
 #include "Steps.h"
+#include "iOS/Historico/HistoricoScreen.h"
 
 namespace {
 using namespace std::chrono_literals;
@@ -74,6 +75,59 @@ void openFull(Stage &stage)
 {
     stage.world.urlSession.enqueue(tenDays());
     open(stage);
+}
+
+/// Opens the history over the same and what happened in two years before.
+void openHistory(Stage &stage)
+{
+    PageGenerator generator(11);
+    QList<ParsedEarthquake> events = generator.swarm(30, now, 120h) + generator.ordinary(14, now);
+    for (const int age : {31, 45, 300, 410, 430, 700})
+        events += generator.ordinary(9, now - std::chrono::days(age));
+    stage.world.urlSession.enqueue(PageGenerator::page(events));
+    open(stage);
+    stage.key(Qt::Key_2, Qt::ControlModifier);
+    stage.waitFor(QStringLiteral("history"));
+}
+
+/// Opens the history's filter sheet.
+void openFilterSheet(Stage &stage)
+{
+    openHistory(stage);
+    stage.press(QStringLiteral("filterButton"));
+    stage.waitFor(QStringLiteral("filterMode"));
+}
+
+/// Until nothing fades or slides: what does takes every press.
+void rest(Stage &stage)
+{
+    stage.picture();
+}
+
+/// The sheet's choice of a month, not yet applied.
+void chooseMonth(Stage &stage)
+{
+    openFilterSheet(stage);
+    stage.key(Qt::Key_Right);
+    stage.press(QStringLiteral("Año: Todos"));
+    for (const Qt::Key pressed : {Qt::Key_Down, Qt::Key_Return})
+        stage.key(pressed);
+    rest(stage);
+    stage.press(QStringLiteral("Mes: Todo el año"));
+    for (const Qt::Key pressed : {Qt::Key_Down, Qt::Key_Down, Qt::Key_Return})
+        stage.key(pressed);
+    rest(stage);
+}
+
+/// The picture is the one that the history shows while it loads, which takes no longer than a frame.
+void keepPictureOfLoading(Stage &stage)
+{
+    auto &history = stage.object<HistoricoScreen>();
+    const auto keep = [&stage, &history] {
+        if (history.isLoading())
+            stage.keepPicture();
+    };
+    QObject::connect(history.viewModel(), &HistoricoViewModel::isLoadingChanged, &history, keep);
 }
 
 /// The sidebar, which a narrow window folds away.
@@ -154,8 +208,17 @@ const std::vector<Scene> &scenes()
         {"about", {openFull, key(Qt::Key_F10), press("Acerca de Terremotos")}},
         {"detail", {openFull, press("row 0"), waitFor("detailMap")}},
         {"detail-at-sea", {answer(seaEvent()), open, press("row 0"), waitFor("detailMap")}},
-        {"history", {openFull, section(Qt::Key_2), waitFor("history")}},
-        {"history-end", {openFull, section(Qt::Key_2), waitFor("history"), scroll("history", 40)}},
+        {"history", {openHistory}},
+        {"history-end", {openHistory, scroll("history", 40)}},
+        {"history-loading-more", {openHistory, scroll("history", 40), rest, keepPictureOfLoading, press("loadMore")}},
+        {"history-filtered", {chooseMonth, press("Aplicar"), waitFor("history")}},
+        {"history-noresults", {openHistory, search, type("teneguia"), pass(300ms)}},
+        {"history-sheet-none", {openFilterSheet}},
+        {"history-sheet-yearmonth", {chooseMonth}},
+        {"history-sheet-range", {openFilterSheet, keys(2, Qt::Key_Right), press("Fecha inicio: *")}},
+        {"history-sheet-change", {chooseMonth, press("Aplicar"), rest, press("filterButton"), waitFor("Mes: Febrero")}},
+        {"history-sheet-refused",
+         {openFilterSheet, keys(2, Qt::Key_Right), keys(2, Qt::Key_Tab), type("31/2/2025"), key(Qt::Key_Return)}},
         {"history-empty", {open, section(Qt::Key_2), waitFor("Sin resultados*")}},
         {"map", {openFull, section(Qt::Key_3), waitFor("map")}},
         {"map-zoomed",

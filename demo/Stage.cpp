@@ -7,7 +7,6 @@
 #include <QElapsedTimer>
 #include <QGuiApplication>
 #include <QQuickItem>
-#include <QQuickWindow>
 #include <QSGRendererInterface>
 #include <QTest>
 #include <QWheelEvent>
@@ -163,8 +162,15 @@ void Stage::pass(std::chrono::milliseconds length)
     world.settle();
 }
 
+void Stage::keepPicture()
+{
+    m_kept = picture();
+}
+
 QImage Stage::picture()
 {
+    if (!m_kept.isNull())
+        return m_kept;
     const auto becomesSharp = [this] {
         // It is painted once camera and markers have rested for a while on the program's clock.
         world.clock.advance(std::chrono::milliseconds(restMs));

@@ -3,6 +3,7 @@
 #include "Support/World.h"
 
 #include <QImage>
+#include <QQuickWindow>
 #include <QSize>
 #include <QString>
 
@@ -11,7 +12,6 @@
 #include <stdexcept>
 
 class QQuickItem;
-class QQuickWindow;
 class orvaliaApp;
 
 /// A step of a scene found something else than it needs.
@@ -62,8 +62,20 @@ public:
     /// Lets time pass on the program's clock.
     void pass(std::chrono::milliseconds length);
 
-    /// What the window shows once it has come to rest; after two seconds in motion, as it then is.
+    /// What the window shows once it has come to rest; after two seconds in motion, as it then is. The picture that
+    /// was kept, where one was.
     QImage picture();
+    /// Takes the picture now, for what has gone when the scene's steps are done.
+    void keepPicture();
+
+    /// The program's object of a class, for what no key and no pointer reaches.
+    template<class T>
+    T &object() const
+    {
+        if (T *const found = window().findChild<T *>())
+            return *found;
+        throw StageError(QLatin1String(T::staticMetaObject.className()) + QStringLiteral(" is not there"));
+    }
 
 private:
     QQuickWindow &window() const;
@@ -75,5 +87,6 @@ private:
 
     QSize m_size;
     QString m_title;
+    QImage m_kept;
     std::unique_ptr<orvaliaApp> m_app;
 };
