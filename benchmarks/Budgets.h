@@ -1,6 +1,11 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
+#include <QString>
+
 #include <functional>
+
+class ModelContainer;
+class World;
 
 /// Prints one line for each budget and remembers whether one was missed. Times say nothing from one machine to the
 /// next, so a budget is a ratio of two pieces of work measured in the same run, or a count.
@@ -38,3 +43,6 @@ void mapBudgets(Budgets &budgets);
 void parserBudgets(Budgets &budgets);
 void statsBudgets(Budgets &budgets);
 void storeBudgets(Budgets &budgets);
+
+/// The history over a store of a million events, `container` on the file at `path`; a part of the store's area.
+void historyBudgets(Budgets &budgets, World &world, const QString &path, ModelContainer &container);

@@ -208,10 +208,11 @@ void liveQuery(Budgets &budgets, FilledStore &store, int count)
 
 void storeBudgets(Budgets &budgets)
 {
-    const World world;
+    World world;
     savingAPage(budgets, world);
     constexpr int million = 1'000'000;
     FilledStore store(world, "million.sqlite", million);
     nothingNew(budgets, store, million, world);
+    historyBudgets(budgets, world, store.path, store.container);
     liveQuery(budgets, store, million);
 }
