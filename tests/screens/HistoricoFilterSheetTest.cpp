@@ -183,8 +183,9 @@ private Q_SLOTS:
         QVERIFY(!sheet.shows("Mes (opcional)"));
         QVERIFY(sheet.choose("Año: Todos", 1));
         QVERIFY(sheet.shows("Mes: March"));
+        QVERIFY2(!sheet.shows("Borrar filtro"), "there is no filter in force yet");
         QVERIFY(sheet.filter() == Filter(None{}));
-        // Two on the pickers, one on the way: no Enter so far has left the sheet.
+        // No Enter so far has left the sheet: they went to the menus.
         sheet.press(Qt::Key_Return);
         QTRY_VERIFY(sheet.isClosed());
         QVERIFY(sheet.filter() == Filter(YearMonth{2026, 3}));
