@@ -119,15 +119,22 @@ void chooseMonth(Stage &stage)
     rest(stage);
 }
 
-/// The picture is the one that the history shows while it loads, which takes no longer than a frame.
-void keepPictureOfLoading(Stage &stage)
+/// Loads the next page. The picture is the one that the history shows meanwhile, which takes no longer than a frame.
+void loadMore(Stage &stage)
 {
     auto &history = stage.object<HistoricoScreen>();
-    const auto keep = [&stage, &history] {
-        if (history.isLoading())
-            stage.keepPicture();
+    bool isKept = false;
+    const auto keep = [&] {
+        if (!history.isLoading())
+            return;
+        stage.keepPicture();
+        isKept = true;
     };
-    QObject::connect(history.viewModel(), &HistoricoViewModel::isLoadingChanged, &history, keep);
+    const auto kept = QObject::connect(history.viewModel(), &HistoricoViewModel::isLoadingChanged, &history, keep);
+    stage.press(QStringLiteral("loadMore"));
+    QObject::disconnect(kept);
+    if (!isKept)
+        throw StageError(QStringLiteral("no page was loaded"));
 }
 
 /// The sidebar, which a narrow window folds away.
@@ -210,7 +217,7 @@ const std::vector<Scene> &scenes()
         {"detail-at-sea", {answer(seaEvent()), open, press("row 0"), waitFor("detailMap")}},
         {"history", {openHistory}},
         {"history-end", {openHistory, scroll("history", 40)}},
-        {"history-loading-more", {openHistory, scroll("history", 40), rest, keepPictureOfLoading, press("loadMore")}},
+        {"history-loading-more", {openHistory, scroll("history", 40), rest, loadMore}},
         {"history-filtered", {chooseMonth, press("Aplicar"), waitFor("history")}},
         {"history-noresults", {openHistory, search, type("teneguia"), pass(300ms)}},
         {"history-sheet-none", {openFilterSheet}},
