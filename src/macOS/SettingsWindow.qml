@@ -9,9 +9,8 @@ T.ApplicationWindow {
     id: root
 
     function open(): void {
-        if (root.visibility === Window.Minimized)
-            root.showNormal()
-        else
+        // Showing takes a window out of every state, not only out of the dock.
+        if (!root.visible || root.visibility === Window.Minimized)
             root.show()
         root.raise()
         root.requestActivate()

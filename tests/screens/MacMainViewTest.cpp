@@ -265,6 +265,10 @@ private Q_SLOTS:
         QVERIFY(QTest::qWaitForWindowActive(settings));
         QCOMPARE(settings->visibility(), QWindow::Windowed);
         QCOMPARE(settingsWindows(), QWindowList{settings});
+        settings->showMaximized();
+        shown.world.notificationCenter.post(NotificationName::openSettings);
+        shown.settle();
+        QCOMPARE(settings->visibility(), QWindow::Maximized);
         QVERIFY(settings->close());
         QTRY_COMPARE(settingsWindows().size(), 0);
         shown.world.notificationCenter.post(NotificationName::openSettings);
