@@ -5,6 +5,8 @@
 #include <cstdio>
 #include <ctime>
 
+#include <malloc.h>
+
 namespace {
 struct Times
 {
@@ -26,6 +28,13 @@ Times measure(const Budgets::Work &work, const Budgets::Work &yardstick, int run
 {
     return {bestMilliseconds(work, runs), bestMilliseconds(yardstick, runs)};
 }
+
+/// With three digits that count, or as a whole number.
+QString number(double value)
+{
+    const int decimals = value == 0 || value >= 100 ? 0 : value >= 10 ? 1 : value >= 1 ? 2 : 3;
+    return QString::number(value, 'f', decimals);
+}
 }
 
 void Budgets::atMost(double limit, const char *name, const Work &work, const Work &yardstick, int runs)
@@ -38,20 +47,28 @@ void Budgets::timesFaster(double limit, const char *name, const Work &work, cons
 {
     const Times times = measure(work, yardstick, runs);
     const double ratio = times.yardstick / times.work;
-    print(name, times.work, times.yardstick, "x faster, at least", ratio, limit, ratio >= limit);
+    print(name, times.work, times.yardstick, "at least ", ratio, limit, ratio >= limit);
 }
 
 void Budgets::atMost(double limit, const char *name, double workMs, double yardstickMs)
 {
     const double ratio = workMs / yardstickMs;
-    print(name, workMs, yardstickMs, "times, at most", ratio, limit, ratio <= limit);
+    print(name, workMs, yardstickMs, "at most ", ratio, limit, ratio <= limit);
 }
 
 void Budgets::countAtMost(double limit, const char *name, double count)
 {
-    const bool isKept = count <= limit;
-    m_allKept = m_allKept && isKept;
-    std::printf("%-64s %24s %10.2f counted, at most %8.2f  %s\n", name, "", count, limit, isKept ? "kept" : "MISSED");
+    printRow(name, {}, {}, number(count), QStringLiteral("at most ") + number(limit), verdict(count <= limit));
+}
+
+void Budgets::measured(const char *name, double value, const char *unit)
+{
+    printRow(name, {}, {}, number(value) + u' ' + QLatin1String(unit), {}, {});
+}
+
+void Budgets::printHead()
+{
+    std::puts("| What | Work, ms | Yardstick, ms | Ratio or count | Budget | |\n|---|--:|--:|--:|---|---|");
 }
 
 double Budgets::milliseconds(const Work &work)
@@ -61,11 +78,29 @@ double Budgets::milliseconds(const Work &work)
     return double(std::clock() - start) * 1000 / CLOCKS_PER_SEC;
 }
 
+double Budgets::heapBytes()
+{
+    const struct mallinfo2 info = mallinfo2();
+    return double(info.uordblks) + double(info.hblkhd);
+}
+
 void Budgets::print(const char *name, double workMs, double yardstickMs, const char *rule, double ratio, double limit,
                     bool isKept)
 {
+    printRow(name, number(workMs), number(yardstickMs), number(ratio), QLatin1String(rule) + number(limit),
+             verdict(isKept));
+}
+
+QString Budgets::verdict(bool isKept)
+{
     m_allKept = m_allKept && isKept;
-    std::printf("%-64s %10.3f : %8.3f ms %10.2f %s %8.2f  %s\n", name, workMs, yardstickMs, ratio, rule, limit,
-                isKept ? "kept" : "MISSED");
+    return isKept ? QStringLiteral("kept") : QStringLiteral("MISSED");
+}
+
+void Budgets::printRow(const char *name, const QString &work, const QString &yardstick, const QString &value,
+                       const QString &budget, const QString &verdict)
+{
+    std::printf("| %-66s | %9s | %9s | %10s | %-16s | %s |\n", name, qPrintable(work), qPrintable(yardstick),
+                qPrintable(value), qPrintable(budget), qPrintable(verdict));
     std::fflush(stdout);
 }

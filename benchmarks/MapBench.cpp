@@ -7,7 +7,6 @@
 #include "iOS/Shared/EarthquakeMarkerLayer.h"
 
 #include <QEventLoop>
-#include <QGuiApplication>
 #include <QQuickWindow>
 #include <QRandomGenerator>
 #include <QSGRendererInterface>
@@ -77,6 +76,19 @@ public:
         }
     }
 
+    /// The base map's painter after a gesture has come to rest here.
+    double sharpen()
+    {
+        controller.drag(30, 20);
+        return Budgets::milliseconds([this] {
+            QEventLoop loop;
+            const auto isSharp = QObject::connect(&base, &BaseMapItem::isSharpChanged, &loop, &QEventLoop::quit);
+            world.clock.advance(std::chrono::seconds(1));
+            loop.exec();
+            QObject::disconnect(isSharp);
+        });
+    }
+
     World world;
     QQuickWindow window;
     MapController controller;
@@ -119,11 +131,6 @@ private:
 
 void mapBudgets(Budgets &budgets)
 {
-    int argc = 1;
-    char name[] = "orvalia_bench";
-    char *argv[] = {name, nullptr};
-    const QGuiApplication application(argc, argv);
-
     const double panEmpty = [] {
         MeasuredMap map(0, Spread::swarms);
         map.pan();
@@ -152,5 +159,14 @@ void mapBudgets(Budgets &budgets)
         budgets.atMost(4, measured.pan, pan, panEmpty);
         budgets.atMost(4, (QByteArray("map: frame, ") + measured.zoom + " : none").constData(), zoom, panEmpty);
         budgets.countAtMost(0, "map: bytes of markers uploaded by it", double(map.layer.uploadedBytes() - before));
+    }
+
+    MeasuredMap map(2000, Spread::swarms);
+    for (const char *const name : {"map: base map made sharp, archipelago", "map: base map made sharp, one island",
+                                   "map: base map made sharp, one town"}) {
+        map.sharpen();
+        budgets.measured(name, map.sharpen(), "ms");
+        for (int doubling = 0; doubling < 4; ++doubling)
+            map.controller.zoomInAt(500, 350);
     }
 }
