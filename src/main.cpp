@@ -5,6 +5,7 @@
 #include "Platform/Location/DesktopLocationService.h"
 #include "Platform/NotificationCenter/NotificationCenter.h"
 #include "Platform/Permissions/StoredPermissions.h"
+#include "Platform/Session/FirstInstance.h"
 #include "Platform/Support/Platform.h"
 #include "Platform/URLSession/NetworkURLSession.h"
 #include "Platform/UserDefaults/SettingsUserDefaults.h"
@@ -35,6 +36,10 @@ int main(int argc, char *argv[])
     QGuiApplication::setApplicationVersion(QStringLiteral(ORVALIA_VERSION));
     QGuiApplication::setDesktopFileName(programId);
 
+    const FirstInstance instance(QDBusConnection::sessionBus(), programId);
+    if (instance.handsOver())
+        return EXIT_SUCCESS;
+
     SystemClock clock;
     SettingsUserDefaults userDefaults(SettingsUserDefaults::standardPath());
     NetworkURLSession urlSession(clock);
@@ -64,6 +69,7 @@ int main(int argc, char *argv[])
     Platform::install(platform);
     auto app = std::make_unique<orvaliaApp>();
     QObject::connect(&workspace, &DesktopWorkspace::permissionsRequested, app.get(), &orvaliaApp::showPermissions);
+    QObject::connect(&instance, &FirstInstance::startedAgain, app.get(), &orvaliaApp::comeToFront);
     const int status = app->run();
     app.reset();
     Platform::uninstall();

@@ -6,6 +6,9 @@
 
 #include <QGuiApplication>
 #include <QQmlComponent>
+#include <QWindow>
+
+#include <algorithm>
 
 namespace {
 const QString qmlFolder = QStringLiteral("qrc:/qt/qml");
@@ -43,14 +46,23 @@ void tellActivation(Qt::ApplicationState state)
 }
 }
 
-orvaliaApp::orvaliaApp()
-    : m_persistenceController(openStore())
+orvaliaApp::orvaliaApp(Root root)
+    : m_root(root)
+    , m_persistenceController(openStore())
 {
     m_engine.addImportPath(qmlFolder);
     m_engine.setInitialProperties(
         {{QStringLiteral("container"), QVariant::fromValue(&m_persistenceController.container())}});
-    m_engine.load(QUrl(qmlFolder + QStringLiteral("/orvalia/Shell/MacMainView.qml")));
+    connect(&m_engine, &QQmlApplicationEngine::objectCreated, this, [this](QObject *made) {
+        if (const auto *window = qobject_cast<QWindow *>(made))
+            connect(window, &QWindow::visibleChanged, this, &orvaliaApp::dropClosedWindows);
+    });
+    openMainWindow();
     connect(qApp, &QGuiApplication::applicationStateChanged, this, tellActivation);
+    connect(&NotificationCenter::defaultCenter(), &NotificationCenter::posted, this, [this](const QString &name) {
+        if (name == NotificationName::openWindow)
+            openMainWindow();
+    });
 }
 
 orvaliaApp::~orvaliaApp() = default;
@@ -67,4 +79,44 @@ void orvaliaApp::showPermissions()
         m_permissionsWindow.reset(component.create());
     }
     QMetaObject::invokeMethod(m_permissionsWindow.get(), "open");
+}
+
+void orvaliaApp::comeToFront()
+{
+    const QList<QWindow *> windows = mainWindows();
+    if (windows.isEmpty())
+        return openMainWindow();
+    const auto active =
+        std::find_if(windows.begin(), windows.end(), [](QWindow *window) { return window->isActive(); });
+    QWindow *const front = active == windows.end() ? windows.last() : *active;
+    front->setWindowStates(front->windowStates() & ~Qt::WindowMinimized);
+    front->raise();
+    front->requestActivate();
+}
+
+void orvaliaApp::openMainWindow()
+{
+    const QString file = m_root == Root::desktop ? QStringLiteral("/orvalia/Shell/MacMainView.qml")
+                                                 : QStringLiteral("/orvalia/Tabs/MainTabView.qml");
+    m_engine.load(QUrl(qmlFolder + file));
+    dropClosedWindows();
+}
+
+QList<QWindow *> orvaliaApp::mainWindows() const
+{
+    QList<QWindow *> open;
+    for (QObject *object : m_engine.rootObjects())
+        if (auto *window = qobject_cast<QWindow *>(object); window && window->isVisible())
+            open.append(window);
+    return open;
+}
+
+void orvaliaApp::dropClosedWindows()
+{
+    // The last one keeps the settings window alive, which the user may still have open.
+    if (mainWindows().isEmpty())
+        return;
+    for (QObject *object : m_engine.rootObjects())
+        if (const auto *window = qobject_cast<QWindow *>(object); window && !window->isVisible())
+            object->deleteLater();
 }

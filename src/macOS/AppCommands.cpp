@@ -33,3 +33,8 @@ void AppCommands::openFilter() const
 {
     NotificationCenter::defaultCenter().post(NotificationName::openFilter);
 }
+
+void AppCommands::openWindow() const
+{
+    NotificationCenter::defaultCenter().post(NotificationName::openWindow);
+}

@@ -21,4 +21,6 @@ public:
     Q_INVOKABLE void navigate(const QString &id) const;
     Q_INVOKABLE void openInfo() const;
     Q_INVOKABLE void openFilter() const;
+    /// Wants another main window.
+    Q_INVOKABLE void openWindow() const;
 };

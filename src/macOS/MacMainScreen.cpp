@@ -4,15 +4,33 @@
 #include "Core/DataSources/EarthquakeDataSource.h"
 #include "Core/Notifications/FirstLaunchRequest.h"
 #include "Platform/NotificationCenter/NotificationCenter.h"
+#include "macOS/MainWindows.h"
+
+#include <QQmlEngine>
 
 MacMainScreen::MacMainScreen(QObject *parent)
     : QObject(parent)
 {
     connect(&NotificationCenter::defaultCenter(), &NotificationCenter::posted, this, &MacMainScreen::answerMenu);
+    MainWindows::shared().add(this);
+    connect(&MainWindows::shared(), &MainWindows::changed, this, &MacMainScreen::windowsChanged);
     QMetaObject::invokeMethod(this, requestNotificationPermissionOnFirstLaunch, Qt::QueuedConnection);
 }
 
-MacMainScreen::~MacMainScreen() = default;
+MacMainScreen::~MacMainScreen()
+{
+    MainWindows::shared().remove(this);
+}
+
+bool MacMainScreen::isFront() const
+{
+    return MainWindows::shared().front() == this;
+}
+
+bool MacMainScreen::showsSettings() const
+{
+    return MainWindows::shared().showsSettings();
+}
 
 void MacMainScreen::setContainer(ModelContainer *container)
 {
@@ -31,6 +49,27 @@ void MacMainScreen::setNarrow(bool isNarrow)
         m_wideVisibility = m_columnVisibility;
     setColumnVisibility(isNarrow ? ColumnVisibility::detailOnly : m_wideVisibility);
     Q_EMIT narrowChanged();
+}
+
+void MacMainScreen::setActive(bool isActive)
+{
+    m_isActive = isActive;
+    if (isActive)
+        MainWindows::shared().moveToFront(this);
+    Q_EMIT activeChanged();
+}
+
+void MacMainScreen::setClosed(bool isClosed)
+{
+    m_isClosed = isClosed;
+    if (isClosed)
+        MainWindows::shared().moveToBack(this);
+    Q_EMIT closedChanged();
+}
+
+void MacMainScreen::openSettings()
+{
+    MainWindows::shared().openSettings(*qmlEngine(this));
 }
 
 void MacMainScreen::toggleSidebar()
@@ -57,7 +96,7 @@ void MacMainScreen::answerMenu(const QString &notification)
     if (notification == NotificationName::openInfo)
         setProperty("showInfoSheet", true);
     else if (notification == NotificationName::openSettings)
-        Q_EMIT settingsRequested();
+        openSettings();
     else if (notification == NotificationName::toggleSidebar)
         toggleSidebar();
 }

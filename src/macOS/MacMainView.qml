@@ -41,7 +41,7 @@ T.ApplicationWindow {
 
         container: root.container
         isNarrow: root.isNarrow
-        onSettingsRequested: settings.open()
+        isActive: root.active
         onColumnVisibilityChanged: root.moveFocus()
     }
     MainMenu {
@@ -65,12 +65,9 @@ T.ApplicationWindow {
         visible: screen.showInfoSheet
         onDismissRequested: screen.showInfoSheet = false
     }
-    SettingsWindow {
-        id: settings
-    }
     PermissionQuestion {
-        // A question that the settings raise is put where the user is.
-        isHost: !settings.visible
+        // A question is put once, and one that the settings raise is put there.
+        isHost: screen.isFront && !screen.showsSettings
     }
 
     // What the screens show of one another.
@@ -96,7 +93,7 @@ T.ApplicationWindow {
         onMenuRequested: mainMenu.open()
         onToggleRequested: screen.toggleSidebar()
         onDismissRequested: screen.dismissSlidingSidebar()
-        onSettingsRequested: settings.open()
+        onSettingsRequested: screen.openSettings()
         onInfoRequested: screen.showInfoSheet = true
     }
     FocusScope {

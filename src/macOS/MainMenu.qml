@@ -3,7 +3,7 @@ import QtQuick
 import orvalia.Shared
 import orvalia.Shell
 
-/// The one menu of the program. Its keys work whether it is open or not.
+/// The one menu of the program.
 ActionMenu {
     id: root
 
@@ -11,82 +11,27 @@ ActionMenu {
 
     title: Texts.localized("menu.main", "Menú principal")
 
-    readonly property AppCommand refresh: AppCommand {
-        text: Texts.localized("menu.refresh", "Actualizar terremotos")
-        sequence: "Ctrl+R"
-        onActivated: AppCommands.refresh()
-    }
-    readonly property Shortcut refreshAgain: Shortcut {
-        sequence: "F5"
-        context: Qt.ApplicationShortcut
-        onActivated: AppCommands.refresh()
-    }
-    readonly property AppCommand toggleSidebar: AppCommand {
-        text: Texts.localized("menu.toggleSidebar", "Mostrar/Ocultar barra lateral")
-        sequence: "Ctrl+Shift+S"
-        onActivated: AppCommands.toggleSidebar()
-    }
-    readonly property AppCommand settings: AppCommand {
-        text: Texts.localized("menu.nav.ajustes", "Ajustes")
-        sequence: "Ctrl+,"
-        onActivated: AppCommands.openSettings()
-    }
-    readonly property AppCommand sismos: AppCommand {
-        text: Texts.localized("menu.nav.sismos", "Sismos")
-        sequence: "Ctrl+1"
-        onActivated: AppCommands.navigate("sismos")
-    }
-    readonly property AppCommand historico: AppCommand {
-        text: Texts.localized("menu.nav.historico", "Histórico")
-        sequence: "Ctrl+2"
-        onActivated: AppCommands.navigate("historico")
-    }
-    readonly property AppCommand mapa: AppCommand {
-        text: Texts.localized("menu.nav.mapa", "Mapa")
-        sequence: "Ctrl+3"
-        onActivated: AppCommands.navigate("mapa")
-    }
-    readonly property AppCommand stats: AppCommand {
-        text: Texts.localized("menu.nav.stats", "Estadísticas")
-        sequence: "Ctrl+4"
-        onActivated: AppCommands.navigate("stats")
-    }
-    readonly property AppCommand info: AppCommand {
-        text: Texts.localized("menu.nav.info", "Información")
-        sequence: "Ctrl+I"
-        onActivated: AppCommands.openInfo()
-    }
-    readonly property AppCommand filter: AppCommand {
-        text: Texts.localized("menu.openFilter", "Abrir filtros")
-        sequence: "Ctrl+O"
-        onActivated: AppCommands.openFilter()
-    }
-    readonly property AppCommand quit: AppCommand {
-        text: Texts.localized("menu.quit", "Salir")
-        sequence: "Ctrl+Q"
-        onActivated: Qt.quit()
-    }
-
-    AppCommandItem { command: root.refresh }
-    AppCommandItem { command: root.toggleSidebar }
-    AppCommandItem { command: root.settings }
+    AppCommandItem { command: Commands.refresh }
+    AppCommandItem { command: Commands.toggleSidebar }
+    AppCommandItem { command: Commands.settings }
     ActionMenuDivider {}
     ActionMenu {
         title: Texts.localized("menu.navMenu", "Navegar")
 
-        AppCommandItem { command: root.sismos }
-        AppCommandItem { command: root.historico }
-        AppCommandItem { command: root.mapa }
-        AppCommandItem { command: root.stats }
+        AppCommandItem { command: Commands.sismos }
+        AppCommandItem { command: Commands.historico }
+        AppCommandItem { command: Commands.mapa }
+        AppCommandItem { command: Commands.stats }
         ActionMenuDivider {}
-        AppCommandItem { command: root.info }
+        AppCommandItem { command: Commands.info }
         ActionMenuDivider {}
-        AppCommandItem { command: root.filter }
+        AppCommandItem { command: Commands.filter }
     }
     ActionMenuDivider {}
+    AppCommandItem { command: Commands.newWindow }
     ActionMenuItem {
         text: Texts.localized("menu.about", "Acerca de Terremotos")
         onTriggered: root.aboutRequested()
     }
-    AppCommandItem { command: root.quit }
+    AppCommandItem { command: Commands.quit }
 }

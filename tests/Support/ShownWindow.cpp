@@ -11,6 +11,8 @@
 #include <functional>
 
 namespace {
+const QString modulesFolder = QStringLiteral("qrc:/qt/qml/");
+
 using Matches = std::function<bool(QQuickItem *)>;
 
 void collectShown(QQuickItem *root, const Matches &matches, QList<QQuickItem *> &found)
@@ -63,7 +65,7 @@ ShownWindow::ShownWindow()
     // Names are told to nobody, and some are not even reckoned, until something asks for them.
     QAccessible::setActive(true);
     world.clock.setNow(Instant(std::chrono::sys_days{std::chrono::year{2026} / 11 / 22}) + std::chrono::hours(20));
-    m_engine.addImportPath(QStringLiteral("qrc:/qt/qml"));
+    m_engine.addImportPath(modulesFolder);
     QObject::connect(&m_engine, &QQmlEngine::warnings, &m_engine, [this](const QList<QQmlError> &warnings) {
         for (const QQmlError &warning : warnings)
             m_warnings.append(warning.toString());
@@ -83,12 +85,33 @@ void ShownWindow::enqueuePage(const QList<ParsedEarthquake> &rows)
 
 bool ShownWindow::show(QSize size)
 {
+    setSize(size);
+    return showAnother();
+}
+
+bool ShownWindow::showTabs(QSize size)
+{
+    setSize(size);
+    return showRoot("orvalia/Tabs/MainTabView.qml");
+}
+
+bool ShownWindow::showAnother()
+{
+    return showRoot("orvalia/Shell/MacMainView.qml");
+}
+
+void ShownWindow::setSize(QSize size)
+{
     m_engine.setInitialProperties({{QStringLiteral("container"), QVariant::fromValue(&container)},
                                    {QStringLiteral("width"), size.width()},
                                    {QStringLiteral("height"), size.height()}});
-    m_engine.load(QUrl(QStringLiteral("qrc:/qt/qml/orvalia/Shell/MacMainView.qml")));
-    m_window =
-        m_engine.rootObjects().isEmpty() ? nullptr : qobject_cast<QQuickWindow *>(m_engine.rootObjects().first());
+}
+
+bool ShownWindow::showRoot(const char *file)
+{
+    const qsizetype before = m_engine.rootObjects().size();
+    m_engine.load(QUrl(modulesFolder + QLatin1String(file)));
+    m_window = qobject_cast<QQuickWindow *>(m_engine.rootObjects().value(before));
     if (!m_window || !QTest::qWaitForWindowExposed(m_window))
         return false;
     m_window->requestActivate();
@@ -119,7 +142,7 @@ bool ShownWindow::enter(const QString &title)
 bool ShownWindow::open(const char *file, const QString &title)
 {
     m_engine.setInitialProperties({{QStringLiteral("visible"), true}});
-    m_engine.load(QUrl(QStringLiteral("qrc:/qt/qml/") + QLatin1String(file)));
+    m_engine.load(QUrl(modulesFolder + QLatin1String(file)));
     return enter(title);
 }
 

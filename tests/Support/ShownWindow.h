@@ -30,6 +30,12 @@ public:
     bool enter(const QString &title);
     /// Opens another window of the program, by its file below the folder of QML modules, and goes on in it.
     bool open(const char *file, const QString &title);
+    /// Opens the phone-sized root in place of the main window.
+    bool showTabs(QSize size);
+    /// Opens a second main window and goes on in it.
+    bool showAnother();
+    /// What is asked and done from now on concerns this window, active or not.
+    void lookAt(QQuickWindow &window) { m_window = &window; }
     /// Lets time pass for the program, then lets the window settle.
     void pass(std::chrono::milliseconds time);
     /// Lets the window take in what happened. What fades out may still be there: ask for its going by QTRY_VERIFY.
@@ -55,6 +61,9 @@ public:
     const QStringList &warnings() const { return m_warnings; }
 
 private:
+    void setSize(QSize size);
+    bool showRoot(const char *file);
+
     QStringList m_warnings;
     QQmlApplicationEngine m_engine;
     QQuickWindow *m_window = nullptr;

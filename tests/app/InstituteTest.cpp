@@ -3,6 +3,7 @@
 #include "PageGenerator.h"
 #include "Platform/Support/Instant.h"
 #include "RunningProgram.h"
+#include "Support/PrivateBus.h"
 
 #include <SQLiteCpp/SQLiteCpp.h>
 
@@ -124,6 +125,38 @@ private Q_SLOTS:
         QTRY_VERIFY_WITH_TIMEOUT(RunningProgram::savedLastUpdated(home) != lastUpdated, patienceMs);
         QVERIFY(program.isRunning());
         QVERIFY(storedRows(home) == stored);
+    }
+
+    void secondStartLeavesTheStoreToTheFirst()
+    {
+        QTemporaryDir home;
+        LocalInstitute institute(LocalInstitute::Certificate::trusted);
+        institute.setPage(quietPage());
+        const PrivateBus bus;
+        RunningProgram first(home, bus.address());
+        QTRY_COMPARE_WITH_TIMEOUT(storedCount(home), 56, patienceMs);
+        const int requests = institute.requests();
+        RunningProgram second(home, bus.address());
+        QVERIFY(second.waitForEnd());
+        QCOMPARE(second.exitStatus(), 0);
+        QVERIFY(first.isRunning());
+        QCOMPARE(institute.requests(), requests);
+        first.killAtOnce();
+        const RunningProgram next(home, bus.address());
+        QTRY_VERIFY_WITH_TIMEOUT(institute.requests() > requests, patienceMs);
+    }
+
+    void withoutABusTwoShareTheStore()
+    {
+        QTemporaryDir home;
+        LocalInstitute institute(LocalInstitute::Certificate::trusted);
+        institute.setPage(swarmPage());
+        const RunningProgram first(home);
+        const RunningProgram second(home);
+        QTRY_VERIFY_WITH_TIMEOUT(institute.requests() >= 2, patienceMs);
+        QTRY_COMPARE_WITH_TIMEOUT(storedCount(home), 1698, patienceMs);
+        QVERIFY(first.isRunning());
+        QVERIFY(second.isRunning());
     }
 
     void certificateWithAFaultIsRefused_data()

@@ -9,7 +9,7 @@ namespace {
 constexpr int patienceMs = 60'000;
 }
 
-RunningProgram::RunningProgram(const QTemporaryDir &home)
+RunningProgram::RunningProgram(const QTemporaryDir &home, const QString &sessionBus, const QString &drawsOn)
 {
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
     for (const QString &folder : {QStringLiteral("data"), QStringLiteral("config"), QStringLiteral("cache")}) {
@@ -18,9 +18,12 @@ RunningProgram::RunningProgram(const QTemporaryDir &home)
     }
     environment.insert(QStringLiteral("HOME"), home.path());
     environment.insert(QStringLiteral("XDG_RUNTIME_DIR"), home.path());
-    environment.insert(QStringLiteral("DBUS_SESSION_BUS_ADDRESS"), QStringLiteral("unix:path=/nonexistent"));
-    environment.insert(QStringLiteral("DBUS_SYSTEM_BUS_ADDRESS"), QStringLiteral("unix:path=/nonexistent"));
-    environment.insert(QStringLiteral("QT_QPA_PLATFORM"), QStringLiteral("offscreen"));
+    environment.insert(QStringLiteral("DBUS_SESSION_BUS_ADDRESS"), sessionBus);
+    environment.insert(QStringLiteral("DBUS_SYSTEM_BUS_ADDRESS"), noBus());
+    environment.insert(QStringLiteral("QT_QPA_PLATFORM"), drawsOn);
+    // Without these the accessibility tree stays empty until somebody turns it on for the whole session.
+    environment.insert(QStringLiteral("QT_LINUX_ACCESSIBILITY_ALWAYS_ON"), QStringLiteral("1"));
+    environment.insert(QStringLiteral("QT_ACCESSIBILITY"), QStringLiteral("1"));
     for (const char *variable : {"http_proxy", "https_proxy", "all_proxy", "HTTP_PROXY", "HTTPS_PROXY", "ALL_PROXY"})
         environment.remove(QString::fromLatin1(variable));
     m_process.setProcessEnvironment(environment);

@@ -4,15 +4,18 @@
 #include <QString>
 #include <QTemporaryDir>
 
-/// The built program in a process of its own, with a home folder that nothing else uses and no session bus. It draws
-/// into memory. Destroying it kills the program, not its files.
+/// The built program in a process of its own, with a home folder of a test's. Unless told otherwise it has no session
+/// bus and draws into memory. Destroying it kills the program, not its files.
 class RunningProgram
 {
 public:
-    explicit RunningProgram(const QTemporaryDir &home);
+    explicit RunningProgram(const QTemporaryDir &home, const QString &sessionBus = noBus(),
+                            const QString &drawsOn = QStringLiteral("offscreen"));
     ~RunningProgram();
     Q_DISABLE_COPY_MOVE(RunningProgram)
 
+    /// The address of a bus that nothing listens at.
+    static QString noBus() { return QStringLiteral("unix:path=/nonexistent"); }
     /// Where the program keeps its events, in `home`.
     static QString storePath(const QTemporaryDir &home);
     /// What it has saved as the moment of its last refresh; empty when it has not.

@@ -16,12 +16,40 @@ private Q_SLOTS:
     {
         World world;
         orvaliaApp app;
-        QWindowList shown = QGuiApplication::topLevelWindows();
-        shown.removeIf([](const QWindow *window) { return !window->isVisible(); });
+        const QWindowList shown = shownWindows();
         QCOMPARE(shown.size(), 1);
         QCOMPARE(shown.first()->size(), QSize(1100, 720));
         QMetaObject::invokeMethod(shown.first(), "close", Qt::QueuedConnection);
         QCOMPARE(app.run(), 0);
+    }
+
+    void anotherMainWindowOpensWhenWantedAndGoesWhenClosed()
+    {
+        World world;
+        const orvaliaApp app;
+        world.notificationCenter.post(NotificationName::openWindow);
+        QCOMPARE(shownWindows().size(), 2);
+        const QPointer<QWindow> first = shownWindows().first();
+        first->close();
+        QTRY_VERIFY(!first);
+        QCOMPARE(shownWindows().size(), 1);
+    }
+
+    void secondStartShowsTheWindowThatThereIsOrANewOne()
+    {
+        World world;
+        orvaliaApp app;
+        QPointer<QWindow> window = shownWindows().first();
+        window->showMinimized();
+        app.comeToFront();
+        QCOMPARE(shownWindows(), QWindowList{window});
+        QVERIFY(!window->windowStates().testFlag(Qt::WindowMinimized));
+        QTRY_VERIFY(window->isActive());
+        window->close();
+        QVERIFY(shownWindows().isEmpty());
+        app.comeToFront();
+        QCOMPARE(shownWindows().size(), 1);
+        QTRY_VERIFY(!window);
     }
 
     void activationIsPostedAndNothingElseIs()
@@ -36,6 +64,14 @@ private Q_SLOTS:
         Q_EMIT qGuiApp->applicationStateChanged(Qt::ApplicationActive);
         QCOMPARE(posted.count(), 1);
         QCOMPARE(posted.first().first().toString(), QStringLiteral("appDidBecomeActive"));
+    }
+
+private:
+    static QWindowList shownWindows()
+    {
+        QWindowList shown = QGuiApplication::topLevelWindows();
+        shown.removeIf([](const QWindow *window) { return !window->isVisible(); });
+        return shown;
     }
 };
 

@@ -191,7 +191,7 @@ private Q_SLOTS:
         shown.press(Qt::Key_F10);
         QCOMPARE(entries(shown),
                  QStringLiteral("Actualizar terremotos Ctrl+R|Mostrar/Ocultar barra lateral Ctrl+Shift+S|"
-                                "Ajustes Ctrl+,|Navegar|Acerca de Terremotos|Salir Ctrl+Q"));
+                                "Ajustes Ctrl+,|Navegar|Nueva ventana Ctrl+N|Acerca de Terremotos|Salir Ctrl+Q"));
         shown.click(shown.named(QStringLiteral("Navegar")));
         QTRY_VERIFY(entries(shown).endsWith(
             QStringLiteral("Sismos Ctrl+1|Histórico Ctrl+2|Mapa Ctrl+3|Estadísticas Ctrl+4|Información Ctrl+I|"

@@ -1,0 +1,107 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "Support/ShownWindow.h"
+
+#include <QGuiApplication>
+#include <QTest>
+
+class SecondWindowTest : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void guardsOfOneDoNotBindTheOther()
+    {
+        ShownWindow shown;
+        shown.world.urlSession.holdsAnswers = true;
+        QVERIFY(shown.show());
+        QCOMPARE(shown.world.urlSession.requests.size(), size_t(1));
+        QQuickWindow &first = shown.window();
+        // The other's refresh starts while the first one's is under way.
+        QVERIFY(shown.showAnother());
+        QCOMPARE(shown.world.urlSession.requests.size(), size_t(2));
+        shown.world.urlSession.holdsAnswers = false;
+        shown.world.urlSession.release();
+        shown.world.urlSession.release();
+        shown.settle();
+        // A refresh by hand binds the window of the hand for a while, and no other.
+        for (const size_t requests : {3, 3}) {
+            shown.click(shown.item(QStringLiteral("refreshButton")));
+            QCOMPARE(shown.world.urlSession.requests.size(), requests);
+        }
+        shown.lookAt(first);
+        shown.click(shown.item(QStringLiteral("refreshButton")));
+        QCOMPARE(shown.world.urlSession.requests.size(), size_t(4));
+    }
+
+    void menuReachesEveryWindow()
+    {
+        ShownWindow shown;
+        shown.world.appearance.setReducedMotion(true);
+        QVERIFY(shown.show());
+        QQuickWindow &first = shown.window();
+        QVERIFY(shown.showAnother());
+        const size_t before = shown.world.urlSession.requests.size();
+        shown.press(Qt::Key_R, Qt::ControlModifier);
+        QCOMPARE(shown.world.urlSession.requests.size(), before + 2);
+        shown.press(Qt::Key_S, Qt::ControlModifier | Qt::ShiftModifier);
+        shown.press(Qt::Key_2, Qt::ControlModifier);
+        shown.press(Qt::Key_I, Qt::ControlModifier);
+        for (QQuickWindow *window : {&shown.window(), &first}) {
+            shown.lookAt(*window);
+            QTRY_VERIFY(!shown.item(QStringLiteral("sidebar")));
+            QCOMPARE(shown.item(QStringLiteral("pageTitle"))->property("text").toString(), QStringLiteral("Histórico"));
+            QVERIFY(shown.named(QStringLiteral("Cerrar")));
+        }
+    }
+
+    void settingsWindowIsOneForAll()
+    {
+        ShownWindow shown;
+        QVERIFY(shown.show());
+        QVERIFY(shown.showAnother());
+        shown.press(Qt::Key_Comma, Qt::ControlModifier);
+        QTRY_COMPARE(windows(QStringLiteral("Ajustes")), 1);
+        // It outlives the window from which it was opened.
+        shown.window().close();
+        shown.world.settle();
+        QCOMPARE(windows(QStringLiteral("Ajustes")), 1);
+        QCOMPARE(windows(QStringLiteral("Terremotos")), 1);
+    }
+
+    void questionIsPutOnceWhereTheUserIs()
+    {
+        ShownWindow shown;
+        QVERIFY(shown.show());
+        QQuickWindow &first = shown.window();
+        QVERIFY(shown.showAnother());
+        QQuickWindow &second = shown.window();
+        shown.world.permissions.request(Permissions::Subject::notifications);
+        QTRY_COMPARE(asking(shown, {&first, &second}), QList<QQuickWindow *>{&second});
+        first.requestActivate();
+        QTRY_COMPARE(asking(shown, {&first, &second}), QList<QQuickWindow *>{&first});
+        first.close();
+        QTRY_COMPARE(asking(shown, {&first, &second}), QList<QQuickWindow *>{&second});
+    }
+
+private:
+    /// Those of the windows in which the question shows.
+    static QList<QQuickWindow *> asking(ShownWindow &shown, QList<QQuickWindow *> windows)
+    {
+        shown.world.settle();
+        windows.removeIf([&shown](QQuickWindow *window) {
+            shown.lookAt(*window);
+            return !window->isVisible() || !shown.named(QStringLiteral("Permitir"));
+        });
+        return windows;
+    }
+    /// How many windows with this title show.
+    static qsizetype windows(const QString &title)
+    {
+        return std::ranges::count_if(QGuiApplication::allWindows(), [&title](const QWindow *window) {
+            return window->isVisible() && window->title() == title;
+        });
+    }
+};
+
+QTEST_MAIN(SecondWindowTest)
+#include "SecondWindowTest.moc"
