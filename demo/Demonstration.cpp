@@ -15,7 +15,6 @@
 #include "Platform/UserDefaults/SettingsUserDefaults.h"
 #include "Platform/UserNotifications/DesktopNotificationCenter.h"
 #include "Platform/Workspace/DesktopWorkspace.h"
-#include "orvaliaApp.h"
 
 #include <QCoreApplication>
 #include <QDBusConnection>
@@ -58,7 +57,7 @@ void quitOnSignals(std::optional<QSocketNotifier> &notifier)
 constexpr std::chrono::seconds institutePace{1};
 }
 
-int demonstrate(DemoCatalogue::Pace pace)
+int demonstrate(DemoCatalogue::Pace pace, orvaliaApp::Root root)
 {
     std::optional<QSocketNotifier> signalNotifier;
     quitOnSignals(signalNotifier);
@@ -108,7 +107,7 @@ int demonstrate(DemoCatalogue::Pace pace)
     });
     timer.start(institutePace);
 
-    auto app = std::make_unique<orvaliaApp>();
+    auto app = std::make_unique<orvaliaApp>(root);
     QObject::connect(&workspace, &DesktopWorkspace::permissionsRequested, app.get(), &orvaliaApp::showPermissions);
     const int status = app->run();
     app.reset();

@@ -8,7 +8,7 @@
 #include <cstdio>
 
 namespace {
-constexpr char usage[] = "usage: orvalia-demo [--swarm]\n"
+constexpr char usage[] = "usage: orvalia-demo [--swarm] [--phone]\n"
                          "       orvalia-demo --tour FOLDER [PICTURE]\n";
 
 int tour(const QStringList &arguments)
@@ -32,10 +32,17 @@ int main(int argc, char *argv[])
     const QStringList arguments = QGuiApplication::arguments();
     if (arguments.value(1) == QStringLiteral("--tour") && (argc == 3 || argc == 4))
         return tour(arguments);
-    if (argc == 1)
-        return demonstrate(DemoCatalogue::Pace::quiet);
-    if (argc == 2 && arguments[1] == QStringLiteral("--swarm"))
-        return demonstrate(DemoCatalogue::Pace::swarm);
-    std::fputs(usage, stderr);
-    return 2;
+    auto pace = DemoCatalogue::Pace::quiet;
+    auto root = orvaliaApp::Root::desktop;
+    for (const QString &argument : arguments.mid(1)) {
+        if (argument == QStringLiteral("--swarm")) {
+            pace = DemoCatalogue::Pace::swarm;
+        } else if (argument == QStringLiteral("--phone")) {
+            root = orvaliaApp::Root::phone;
+        } else {
+            std::fputs(usage, stderr);
+            return 2;
+        }
+    }
+    return demonstrate(pace, root);
 }

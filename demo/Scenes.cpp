@@ -137,6 +137,14 @@ void loadMore(Stage &stage)
         throw StageError(QStringLiteral("no page was loaded"));
 }
 
+/// The same over the phone-sized root.
+void openPhone(Stage &stage)
+{
+    stage.world.urlSession.enqueue(tenDays());
+    stage.world.clock.setNow(now);
+    stage.open(orvaliaApp::Root::phone);
+}
+
 /// The sidebar, which a narrow window folds away.
 void showSidebar(Stage &stage)
 {
@@ -264,6 +272,10 @@ const std::vector<Scene> &scenes()
         {"settings-radius-of-none",
          {allOn, saved("settings.locationRadiusKm", 37.5), openFull, openSettings, scroll("By magnitude", 2)}},
         {"settings-picker", {openFull, openSettings, press("Frecuencia: 10 minutes")}},
+        {"phone-list", {openPhone, waitFor("row 0")}, true},
+        {"phone-detail", {openPhone, press("row 0"), waitFor("detailMap")}, true},
+        {"phone-map", {openPhone, press("Mapa"), waitFor("map")}, true},
+        {"phone-stats", {openPhone, press("Estadísticas"), waitFor("Actividad Reciente")}, true},
     };
     return all;
 }

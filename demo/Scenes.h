@@ -14,6 +14,8 @@ struct Scene
 
     const char *name;
     std::vector<Step> steps;
+    /// Over the phone-sized root, which has one size.
+    bool isOnPhone = false;
 };
 
 /// Every screen in every state, in the order in which the program shows them.

@@ -1,8 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "Stage.h"
 
-#include "orvaliaApp.h"
-
 #include <QAccessible>
 #include <QElapsedTimer>
 #include <QGuiApplication>
@@ -74,9 +72,9 @@ Stage::~Stage()
     close();
 }
 
-void Stage::open()
+void Stage::open(orvaliaApp::Root root)
 {
-    m_app = std::make_unique<orvaliaApp>();
+    m_app = std::make_unique<orvaliaApp>(root);
     world.workspace.opens = [this](const QUrl &url) {
         if (url == Workspace::permissionsUrl())
             m_app->showPermissions();

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 #include "Support/World.h"
+#include "orvaliaApp.h"
 
 #include <QImage>
 #include <QQuickWindow>
@@ -12,7 +13,6 @@
 #include <stdexcept>
 
 class QQuickItem;
-class orvaliaApp;
 
 /// A step of a scene found something else than it needs.
 class StageError : public std::runtime_error
@@ -40,7 +40,7 @@ public:
     World world;
 
     /// Starts the program and waits for its main window.
-    void open();
+    void open(orvaliaApp::Root root = orvaliaApp::Root::desktop);
     /// Ends the program, as closing its last window would; open() starts it anew over the same store and settings.
     void close();
 

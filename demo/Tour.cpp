@@ -11,6 +11,9 @@
 #include <cstdio>
 
 namespace {
+const QSize wholeSize(1100, 720);
+const QSize phoneSize(360, 640);
+
 QStringList warnings;
 
 void noteWarning(QtMsgType type, const QMessageLogContext &, const QString &message)
@@ -46,16 +49,15 @@ Tour::Tour(const QString &folder, const QString &only)
 int Tour::run()
 {
     using enum Appearance::ColorScheme;
-    const QSize whole(1100, 720);
     const std::vector<Variant> variants = {
-        {"light", light, whole},
-        {"dark", dark, whole},
+        {"light", light, wholeSize},
+        {"dark", dark, wholeSize},
         {"800x600", light, QSize(800, 600)},
         {"480x720", light, QSize(480, 720)},
         {"dark-800x600", dark, QSize(800, 600)},
         {"dark-480x720", dark, QSize(480, 720)},
     };
-    const std::vector<Variant> largeVariants = {{"light@2x", light, whole}, {"dark@2x", dark, whole}};
+    const std::vector<Variant> largeVariants = {{"light@2x", light, wholeSize}, {"dark@2x", dark, wholeSize}};
 
     if (!QDir().mkpath(m_folder)) {
         report(QStringLiteral("cannot make the folder %1").arg(m_folder));
@@ -73,11 +75,11 @@ void Tour::take(const Variant &variant)
 {
     for (const Scene &scene : scenes()) {
         const QString name = QLatin1String(scene.name) + QLatin1Char('-') + QLatin1String(variant.name);
-        if (!name.startsWith(m_only))
+        if (!name.startsWith(m_only) || (scene.isOnPhone && variant.size != wholeSize))
             continue;
         warnings.clear();
         try {
-            Stage stage(variant.size);
+            Stage stage(scene.isOnPhone ? phoneSize : variant.size);
             stage.world.appearance.setColorScheme(variant.scheme);
             stage.world.appearance.setReducedMotion(true);
             for (const Scene::Step &step : scene.steps)

@@ -1,0 +1,85 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "PageGenerator.h"
+#include "Support/ShownWindow.h"
+
+#include <QTest>
+
+class MainTabViewTest : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void tabsMakeTheirScreensAnew()
+    {
+        ShownWindow shown;
+        QVERIFY2(shown.showTabs(size), qPrintable(shown.warnings().join(u'\n')));
+        QCOMPARE(title(shown), QStringLiteral("Sismos"));
+        const QPointer<QQuickItem> list = shown.item(QStringLiteral("refreshButton"));
+        shown.click(shown.named(QStringLiteral("Mapa")));
+        QCOMPARE(title(shown), QStringLiteral("Mapa"));
+        QVERIFY(!list);
+        // The map refreshes when it appears, as the list does: one repository serves both.
+        QCOMPARE(shown.world.urlSession.requests.size(), size_t(2));
+        shown.named(QStringLiteral("Estadísticas"))->forceActiveFocus();
+        shown.press(Qt::Key_Space);
+        QCOMPARE(title(shown), QStringLiteral("Estadísticas"));
+        QCOMPARE(shown.world.urlSession.requests.size(), size_t(2));
+    }
+
+    void firstLaunchAsksForNotifications()
+    {
+        ShownWindow shown;
+        QVERIFY(shown.showTabs(size));
+        QCOMPARE(shown.world.userDefaults.values.value(QStringLiteral("settings.hasAskedNotifPermission")), true);
+    }
+
+    void nothingSticksOutOfAPhone_data()
+    {
+        QTest::addColumn<QString>("tab");
+        QTest::newRow("list") << QStringLiteral("Sismos");
+        QTest::newRow("map") << QStringLiteral("Mapa");
+        QTest::newRow("statistics") << QStringLiteral("Estadísticas");
+    }
+
+    void nothingSticksOutOfAPhone()
+    {
+        QFETCH(QString, tab);
+        ShownWindow shown;
+        shown.enqueuePage(PageGenerator(3).ordinary(40, shown.world.clock.now()));
+        QVERIFY(shown.showTabs(size));
+        shown.click(tabs(shown).value(tab));
+        QCOMPARE(title(shown), tab);
+        QStringList outside;
+        for (const QQuickItem *item : shown.itemsOf("QQuickItem")) {
+            const QRectF place = item->mapRectToScene(QRectF(0, 0, item->width(), item->height()));
+            const bool isRead = item->inherits("QQuickText") || item->inherits("QQuickAbstractButton");
+            if (isRead && place.width() > 0 && (place.left() < 0 || place.right() > size.width()))
+                outside.append(item->property("text").toString());
+        }
+        QCOMPARE(outside, QStringList());
+        QCOMPARE(tabs(shown).size(), 3);
+        QCOMPARE(faultsOfItems(shown.window()), QStringList());
+        QVERIFY2(shown.warnings().isEmpty(), qPrintable(shown.warnings().join(u'\n')));
+    }
+
+private:
+    static constexpr QSize size{360, 640};
+
+    static QString title(const ShownWindow &shown)
+    {
+        const QQuickItem *item = shown.item(QStringLiteral("pageTitle"));
+        return item ? item->property("text").toString() : QString();
+    }
+    /// The tabs below the screens, by what they say.
+    static QMap<QString, QQuickItem *> tabs(const ShownWindow &shown)
+    {
+        QMap<QString, QQuickItem *> found;
+        for (QQuickItem *item : shown.itemsOf("QQuickAbstractButton"))
+            if (item->property("isSelected").isValid())
+                found.insert(item->property("text").toString(), item);
+        return found;
+    }
+};
+
+QTEST_MAIN(MainTabViewTest)
+#include "MainTabViewTest.moc"
