@@ -3,6 +3,7 @@ import QtQuick
 import QtQuick.Layouts
 import QtQuick.Templates as T
 import orvalia.Ajustes
+import orvalia.Historico
 import orvalia.Mapa
 import orvalia.Shared
 import orvalia.Stats
@@ -48,6 +49,17 @@ T.ApplicationWindow {
     }
     PermissionQuestion {}
 
+    // What the screens show of one another.
+    Component {
+        id: historicoPage
+
+        HistoricoPage { container: root.container }
+    }
+    Component {
+        id: settingsForm
+
+        SettingsView {}
+    }
     Item {
         width: root.width
         height: root.height - bar.height
@@ -58,6 +70,8 @@ T.ApplicationWindow {
             sourceComponent: EarthquakeListView {
                 container: root.container
                 repository: screen.repository
+                historico: historicoPage
+                settings: settingsForm
             }
         }
         Tab {
@@ -65,11 +79,15 @@ T.ApplicationWindow {
             sourceComponent: MapView {
                 container: root.container
                 repository: screen.repository
+                settings: settingsForm
             }
         }
         Tab {
             index: 2
-            sourceComponent: StatsView { container: root.container }
+            sourceComponent: StatsView {
+                container: root.container
+                settings: settingsForm
+            }
         }
         // qmllint enable unqualified
     }
