@@ -15,7 +15,7 @@ PressableControl {
     implicitHeight: Theme.menuEntryHeight
     horizontalPadding: 10
     focusPolicy: Qt.NoFocus
-    Accessible.role: Accessible.MenuItem
+    role: Accessible.MenuItem
     Accessible.checkable: true
     Accessible.checked: ticked
     background: Rectangle {

@@ -8,6 +8,8 @@ import orvalia.Shared
 T.AbstractButton {
     id: root
 
+    /// What a screen reader takes it for.
+    property int role: Accessible.Button
     /// Enter presses it. A control that stands in for a value leaves Enter to the form's confirming button instead.
     property bool enterPresses: true
 
@@ -30,7 +32,9 @@ T.AbstractButton {
     Keys.onReturnPressed: root.enter()
     Keys.onEnterPressed: root.enter()
 
-    Accessible.role: Accessible.Button
+    Accessible.role: role
+    // The template puts its own over it as soon as somebody listens.
+    Accessible.onRoleChanged: root.Accessible.role = root.role
     Accessible.name: text
     // Qt's own buttons offer this action and then ignore it.
     Accessible.onPressAction: root.clicked()
