@@ -55,6 +55,8 @@ bool holdsNothing(SQLite::Database &database)
 /// Reads only. A file with nothing in it is a store yet to be made.
 void checkIsOurs(SQLite::Database &database)
 {
+    // One state of the file, while another process may be making the store.
+    const SQLite::Transaction together(database);
     const int version = pragma(database, "user_version");
     const int owner = pragma(database, "application_id");
     if (version == 0 && owner == 0 && holdsNothing(database))
@@ -101,6 +103,23 @@ void setLogIsKeptAtClose(SQLite::Database &database, bool isKept)
     sqlite3_db_config(database.getHandle(), SQLITE_DBCONFIG_NO_CKPT_ON_CLOSE, isKept ? 1 : 0, nullptr);
 }
 
+/// Of two processes that change a new file at once SQLite refuses one without waiting, lest both wait for each other.
+void keepWriteAheadLog(SQLite::Database &database)
+{
+    constexpr int pauseMs = 10;
+    for (int waited = 0;; waited += pauseMs) {
+        try {
+            if (database.execAndGet("PRAGMA journal_mode = WAL").getString() != "wal")
+                throw SQLite::Exception("it cannot keep a write-ahead log");
+            return;
+        } catch (const SQLite::Exception &error) {
+            if (error.getErrorCode() != SQLITE_BUSY || waited >= busyTimeoutMs)
+                throw;
+            sqlite3_sleep(pauseMs);
+        }
+    }
+}
+
 SQLite::Database openFile(const QString &path)
 {
     if (!QDir().mkpath(QFileInfo(path).absolutePath()))
@@ -115,8 +134,7 @@ SQLite::Database openFile(const QString &path)
     // SQLite falls back to reading alone without a word.
     if (sqlite3_db_readonly(database.getHandle(), "main") == 1)
         throw SQLite::Exception("it cannot be written");
-    if (database.execAndGet("PRAGMA journal_mode = WAL").getString() != "wal")
-        throw SQLite::Exception("it cannot keep a write-ahead log");
+    keepWriteAheadLog(database);
     return database;
 }
 
