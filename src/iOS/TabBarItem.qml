@@ -11,7 +11,7 @@ PressableControl {
     readonly property color ink: isSelected ? Theme.accent : Theme.secondary
 
     implicitHeight: Theme.toolbarHeight
-    role: Accessible.PageTab
+    Accessible.role: Accessible.PageTab
     Accessible.selectable: true
     Accessible.selected: isSelected
 

@@ -71,7 +71,7 @@ PressableControl {
         if (event.accepted)
             root.beginTyping(event.text)
     }
-    role: Accessible.ComboBox
+    Accessible.role: Accessible.ComboBox
     Accessible.name: text.length > 0 ? text + ": " + calendarModel.selectedText : calendarModel.selectedText
     background: BorderedGround {
         hovered: root.hovered

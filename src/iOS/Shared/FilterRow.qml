@@ -12,7 +12,7 @@ PressableControl {
     rightPadding: Theme.l
     topPadding: 6
     bottomPadding: 6
-    role: Accessible.RadioButton
+    Accessible.role: Accessible.RadioButton
     Accessible.checkable: true
     Accessible.checked: isChosen
     background: StateTint {

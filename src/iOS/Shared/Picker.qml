@@ -24,7 +24,7 @@ PressableControl {
     onClicked: menu.openAt(root.current)
     Keys.onUpPressed: menu.openAt(root.current)
     Keys.onDownPressed: menu.openAt(root.current)
-    role: Accessible.ComboBox
+    Accessible.role: Accessible.ComboBox
     Accessible.name: text.length > 0 ? text + ": " + currentText : currentText
     background: BorderedGround {
         hovered: root.hovered

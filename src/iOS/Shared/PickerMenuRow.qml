@@ -15,7 +15,7 @@ PressableControl {
     implicitHeight: Theme.menuEntryHeight
     horizontalPadding: 10
     focusPolicy: Qt.NoFocus
-    role: Accessible.MenuItem
+    Accessible.role: Accessible.MenuItem
     Accessible.checkable: true
     Accessible.checked: ticked
     background: Rectangle {

@@ -8,8 +8,6 @@ import orvalia.Shared
 T.AbstractButton {
     id: root
 
-    /// What a screen reader takes it for.
-    property int role: Accessible.Button
     /// Enter presses it. A control that stands in for a value leaves Enter to the form's confirming button instead.
     property bool enterPresses: true
 
@@ -32,9 +30,7 @@ T.AbstractButton {
     Keys.onReturnPressed: root.enter()
     Keys.onEnterPressed: root.enter()
 
-    Accessible.role: role
-    // The template puts its own over it as soon as somebody listens.
-    Accessible.onRoleChanged: root.Accessible.role = root.role
+    Accessible.role: Accessible.Button
     Accessible.name: text
     // Qt's own buttons offer this action and then ignore it.
     Accessible.onPressAction: root.clicked()

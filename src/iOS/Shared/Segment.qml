@@ -16,7 +16,7 @@ PressableControl {
     // As wide as it is when chosen, so that nothing moves.
     implicitWidth: Math.ceil(measure.implicitWidth) + 18
     focusPolicy: Qt.NoFocus
-    role: Accessible.RadioButton
+    Accessible.role: Accessible.RadioButton
     Accessible.checkable: true
     Accessible.checked: chosen
     contentItem: PlainText {

@@ -15,7 +15,7 @@ PressableControl {
     implicitHeight: 24
     opacity: enabled ? 1 : Theme.disabledOpacity
     onClicked: root.requested(!root.on)
-    role: Accessible.CheckBox
+    Accessible.role: Accessible.CheckBox
     Accessible.checkable: true
     Accessible.checked: on
     Accessible.onToggleAction: root.requested(!root.on)
