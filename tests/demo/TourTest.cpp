@@ -36,9 +36,10 @@ private Q_SLOTS:
         const Outcome tour = runDemo({QStringLiteral("--tour"), folder.path(), QStringLiteral("list-empty")}, "xcb");
         QVERIFY2(tour.status == 0, qPrintable(tour.errors));
         const std::map<QString, QSize> sizes = {
-            {QStringLiteral("light"), QSize(1100, 720)},     {QStringLiteral("dark"), QSize(1100, 720)},
-            {QStringLiteral("800x600"), QSize(800, 600)},    {QStringLiteral("480x720"), QSize(480, 720)},
-            {QStringLiteral("light@2x"), QSize(2200, 1440)}, {QStringLiteral("dark@2x"), QSize(2200, 1440)},
+            {QStringLiteral("light"), QSize(1100, 720)},       {QStringLiteral("dark"), QSize(1100, 720)},
+            {QStringLiteral("800x600"), QSize(800, 600)},      {QStringLiteral("480x720"), QSize(480, 720)},
+            {QStringLiteral("dark-800x600"), QSize(800, 600)}, {QStringLiteral("dark-480x720"), QSize(480, 720)},
+            {QStringLiteral("light@2x"), QSize(2200, 1440)},   {QStringLiteral("dark@2x"), QSize(2200, 1440)},
         };
         QCOMPARE(QDir(folder.path()).entryList(QDir::Files).size(), qsizetype(sizes.size()));
         for (const auto &[variant, size] : sizes)
