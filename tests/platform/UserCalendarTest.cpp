@@ -120,7 +120,7 @@ private Q_SLOTS:
         QTEST(isoText(UserCalendar::startOfDay(instant(moment.toLatin1().constData()))), "start");
     }
 
-    void monthNamesStandAlone_data()
+    void monthNamesAreThoseOfADate_data()
     {
         QTest::addColumn<QString>("locale");
         QTest::addColumn<QString>("first");
@@ -133,12 +133,12 @@ private Q_SLOTS:
         row("es_ES", "Enero", "Diciembre", 2);
         row("en_US", "January", "December", 1);
         row("de_DE", "Januar", "Dezember", 2);
-        row("ca_ES", "Gener", "Desembre", 2);
+        row("ca_ES", "De Gener", "De Desembre", 2);
         row("fa_IR", "فروردین", "اسفند", 7);
         row("C", "January", "December", 1);
     }
 
-    void monthNamesStandAlone()
+    void monthNamesAreThoseOfADate()
     {
         QFETCH(QString, locale);
         const UserEnvironment user(locale.toLatin1(), "UTC");

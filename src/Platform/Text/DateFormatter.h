@@ -51,7 +51,7 @@ Instant startOfDay(Instant instant);
 /// The day that holds `day`, at the time of day of `time`: where the clock skips that time the moment after the gap,
 /// where it strikes twice the first.
 Instant atTimeOfDay(Instant day, Instant time);
-/// The twelve full month names for use on their own, each word with a capital.
+/// The twelve full month names in the form that they have within a date, each word with a capital.
 std::vector<QString> monthNames();
 /// The first day of the week: 1 is Sunday.
 int firstWeekday();

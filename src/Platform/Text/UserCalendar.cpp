@@ -102,11 +102,10 @@ std::vector<QString> UserCalendar::monthNames()
     const icu::Locale &locale = UserLocale::current().locale();
     UErrorCode status = U_ZERO_ERROR;
     // A format of the locale brings the symbols of the locale's own calendar.
-    const icu::SimpleDateFormat format(icu::UnicodeString(u"LLLL"), locale, status);
+    const icu::SimpleDateFormat format(icu::UnicodeString(u"MMMM"), locale, status);
     checkIcu(status, "month names");
     int32_t count = 0;
-    const icu::UnicodeString *months = format.getDateFormatSymbols()->getMonths(
-        count, icu::DateFormatSymbols::STANDALONE, icu::DateFormatSymbols::WIDE);
+    const icu::UnicodeString *months = format.getDateFormatSymbols()->getMonths(count);
     std::vector<QString> names;
     for (int32_t i = 0; i < std::min(count, monthsOfAYear); ++i)
         names.push_back(fromIcu(icu::UnicodeString(months[i]).toTitle(nullptr, locale)));
