@@ -52,7 +52,8 @@ void collectFaults(QQuickItem *item, QStringList &faults)
     const bool isText = item->inherits("QQuickText") || item->inherits("QQuickTextEdit");
     if (isText && format.toInt() != Qt::PlainText)
         faults.append(what + QStringLiteral(": text is not plain: ") + item->property("text").toString());
-    const bool isReached = item->activeFocusOnTab() || item->inherits("QQuickAbstractButton");
+    const bool isReached =
+        item->activeFocusOnTab() || item->inherits("PressableItem") || item->inherits("QQuickAbstractButton");
     if (isReached && accessibleName(item).isEmpty())
         faults.append(what + QStringLiteral(": has no accessible name"));
     for (QQuickItem *child : item->childItems())

@@ -41,7 +41,7 @@ int startOverJunk()
         if (!window || !window->isExposed())
             return;
         look.stop();
-        const QList<QQuickItem *> buttons = shownItemsOf("QQuickAbstractButton", window->contentItem());
+        const QList<QQuickItem *> buttons = shownItemsOf("PressableItem", window->contentItem());
         std::printf("windows: %d\nbuttons: %d\n", int(windows.size()), int(buttons.size()));
         for (const QQuickItem *text : shownItemsOf("QQuickText", window->contentItem()))
             std::printf("text: %s\n", qUtf8Printable(text->property("text").toString()));

@@ -21,6 +21,9 @@ class ControlsTest : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
+    // Qt tells some roles and names otherwise while nobody listens.
+    void initTestCase() { QAccessible::setActive(true); }
+
     void init()
     {
         m_world = std::make_unique<World>();
@@ -79,7 +82,84 @@ private Q_SLOTS:
         QCOMPARE(clicked.count(), 4);
         item->setEnabled(false);
         QTest::mouseClick(m_view.get(), Qt::LeftButton, {}, middleOf(item));
+        accessible->actionInterface()->doAction(QAccessibleActionInterface::pressAction());
         QCOMPARE(clicked.count(), 4);
+    }
+
+    void aReaderHearsWhatAControlIs_data()
+    {
+        QTest::addColumn<QByteArray>("control");
+        QTest::addColumn<QAccessible::Role>("role");
+        QTest::addColumn<QString>("name");
+        QTest::addColumn<QByteArray>("states");
+        const auto row = [](const char *control, QAccessible::Role role, const char *name, const char *states) {
+            QTest::newRow(control) << QByteArray(control) << role << QString::fromUtf8(name) << QByteArray(states);
+        };
+        row("BorderedButton { text: 'A' }", QAccessible::Button, "A", "focusable");
+        row("ToggleSwitch { text: 'A'; on: true }", QAccessible::CheckBox, "A", "focusable checkable checked");
+        row("ToggleSwitch { text: 'A'; on: false }", QAccessible::CheckBox, "A", "focusable checkable");
+        row("FilterRow { text: 'A'; isChosen: true }", QAccessible::RadioButton, "A", "focusable checkable checked");
+        row("FilterRow { text: 'A'; isChosen: false }", QAccessible::RadioButton, "A", "focusable checkable");
+        row("SegmentedControl { name: 'A'; choices: testChoices; current: 1 }", QAccessible::PageTabList, "A",
+            "focusable");
+        row("Segment { text: 'A'; index: 0; chosen: true }", QAccessible::RadioButton, "A",
+            "focusable checkable checked");
+        row("Picker { text: 'A'; choices: testChoices; current: 1 }", QAccessible::ComboBox, "A: 100 km", "focusable");
+        row("PickerMenuRow { text: 'A'; index: 0; dot: 'red'; ticked: true }", QAccessible::MenuItem, "A",
+            "focusable checkable checked");
+        row("DateField { text: 'A'; date: new Date(2021, 8, 19, 12) }", QAccessible::ComboBox, "A: Sep 19, 2021",
+            "focusable");
+        row("SearchField { placeholderText: 'A' }", QAccessible::EditableText, "A", "focusable");
+        row("ScrollPage { name: 'A' }", QAccessible::Pane, "A", "");
+        row("ActionMenuItem { text: 'A'; hasTick: true; chosen: true }", QAccessible::MenuItem, "A",
+            "focusable checkable checked");
+        row("EarthquakeListRow { magnitude: 2; location: ''; dateText: ''; depthText: ''; sentence: 'A'; isLink: true; "
+            "isChosen: true; isFocused: false; showsDivider: false }",
+            QAccessible::ListItem, "A", "selectable selected");
+    }
+
+    void aReaderHearsWhatAControlIs()
+    {
+        QFETCH(QByteArray, control);
+        const QAccessibleInterface *reader = QAccessible::queryAccessibleInterface(show(control));
+        QTEST(reader->role(), "role");
+        QTEST(reader->text(QAccessible::Name), "name");
+        const QAccessible::State state = reader->state();
+        QByteArrayList states;
+        for (const auto &[isSo, what] : {std::pair(state.focusable, "focusable"),
+                                         {state.selectable, "selectable"},
+                                         {state.selected, "selected"},
+                                         {state.checkable, "checkable"},
+                                         {state.checked, "checked"}})
+            if (isSo)
+                states.append(what);
+        QTEST(states.join(' '), "states");
+    }
+
+    void aPressCountsWhereItIsLetGo()
+    {
+        QQuickItem *row = show("Row { BorderedButton { text: 'A' } BorderedButton { text: 'B' } }");
+        QQuickItem *button = row->childItems().at(0);
+        QSignalSpy clicked(button, SIGNAL(clicked()));
+        const QPoint inside = middleOf(button);
+        const auto isPressed = [&] { return button->property("pressed").toBool(); };
+        QTest::mousePress(m_view.get(), Qt::LeftButton, {}, inside);
+        QVERIFY(isPressed());
+        QTest::mouseMove(m_view.get(), inside + QPoint(0, 100));
+        QVERIFY(!isPressed());
+        QTest::mouseRelease(m_view.get(), Qt::LeftButton, {}, inside + QPoint(0, 100));
+        QTest::keyPress(m_view.get(), Qt::Key_Space);
+        QVERIFY(isPressed());
+        QTest::keyClick(m_view.get(), Qt::Key_Tab);
+        QVERIFY(!isPressed());
+        QTest::keyRelease(m_view.get(), Qt::Key_Space);
+        QTest::mousePress(m_view.get(), Qt::LeftButton, {}, inside);
+        button->setEnabled(false);
+        QTest::mouseRelease(m_view.get(), Qt::LeftButton, {}, inside);
+        QCOMPARE(clicked.count(), 0);
+        button->setEnabled(true);
+        QTest::mouseDClick(m_view.get(), Qt::LeftButton, {}, inside);
+        QCOMPARE(clicked.count(), 2);
     }
 
     void onlyTheKeyboardShowsTheFocusRing()
@@ -100,6 +180,13 @@ private Q_SLOTS:
         QVERIFY(second->hasActiveFocus());
         QTRY_VERIFY(hasRing(second));
         QVERIFY(!hasRing(first));
+        // The window goes to the back and comes again.
+        QFocusEvent away(QEvent::FocusOut, Qt::ActiveWindowFocusReason);
+        QCoreApplication::sendEvent(m_view.get(), &away);
+        QTRY_VERIFY(!hasRing(second));
+        QFocusEvent back(QEvent::FocusIn, Qt::ActiveWindowFocusReason);
+        QCoreApplication::sendEvent(m_view.get(), &back);
+        QTRY_VERIFY(hasRing(second));
     }
 
     void aRefusedWriteLeavesTheOldValueOnShow()

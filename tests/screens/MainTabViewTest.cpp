@@ -2,6 +2,7 @@
 #include "PageGenerator.h"
 #include "Support/ShownWindow.h"
 
+#include <QAccessible>
 #include <QTest>
 
 class MainTabViewTest : public QObject
@@ -49,10 +50,15 @@ private Q_SLOTS:
         QVERIFY(shown.showTabs(size));
         shown.click(tabs(shown).value(tab));
         QCOMPARE(title(shown), tab);
+        for (const auto &[name, item] : tabs(shown).asKeyValueRange()) {
+            const QAccessibleInterface *reader = QAccessible::queryAccessibleInterface(item);
+            QCOMPARE(reader->role(), QAccessible::PageTab);
+            QCOMPARE(bool(reader->state().selected), name == tab);
+        }
         QStringList outside;
         for (const QQuickItem *item : shown.itemsOf("QQuickItem")) {
             const QRectF place = item->mapRectToScene(QRectF(0, 0, item->width(), item->height()));
-            const bool isRead = item->inherits("QQuickText") || item->inherits("QQuickAbstractButton");
+            const bool isRead = item->inherits("QQuickText") || item->inherits("PressableItem");
             if (isRead && place.width() > 0 && (place.left() < 0 || place.right() > size.width()))
                 outside.append(item->property("text").toString());
         }
@@ -74,7 +80,7 @@ private:
     static QMap<QString, QQuickItem *> tabs(const ShownWindow &shown)
     {
         QMap<QString, QQuickItem *> found;
-        for (QQuickItem *item : shown.itemsOf("QQuickAbstractButton"))
+        for (QQuickItem *item : shown.itemsOf("PressableItem"))
             if (item->property("isSelected").isValid())
                 found.insert(item->property("text").toString(), item);
         return found;

@@ -49,7 +49,7 @@ struct Scene : ShownWindow
     /// The switch, button or picker of this name, rather than the label beside it; null when there is none.
     QQuickItem *control(const char *name) const
     {
-        const QList<QQuickItem *> controls = itemsOf("QQuickAbstractButton");
+        const QList<QQuickItem *> controls = itemsOf("PressableItem");
         const auto found = std::ranges::find_if(controls, [&](QQuickItem *item) {
             QAccessibleInterface *const accessible = QAccessible::queryAccessibleInterface(item);
             return accessible && accessible->text(QAccessible::Name) == QString::fromUtf8(name);

@@ -25,6 +25,7 @@ T.ItemDelegate {
     focusPolicy: Qt.NoFocus
     Accessible.role: Accessible.ListItem
     Accessible.name: sentence
+    Accessible.selectable: true
     Accessible.selected: isChosen
 
     background: Item {

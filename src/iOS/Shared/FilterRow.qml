@@ -15,6 +15,7 @@ PressableControl {
     Accessible.role: Accessible.RadioButton
     Accessible.checkable: true
     Accessible.checked: isChosen
+    Accessible.onToggleAction: root.pressForReader()
     background: StateTint {
         radius: 0
         hovered: root.hovered

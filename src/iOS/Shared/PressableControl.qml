@@ -1,13 +1,13 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 import QtQuick
-import QtQuick.Templates as T
 import orvalia.Shared
 
 /// What every button of the program is: reached by Tab, pressed by pointer, Space, Enter or a screen reader. `text` is
 /// its name.
-T.AbstractButton {
+PressableItem {
     id: root
 
+    property real horizontalPadding: 0
     /// Enter presses it. A control that stands in for a value leaves Enter to the form's confirming button instead.
     property bool enterPresses: true
 
@@ -21,17 +21,21 @@ T.AbstractButton {
             root.entered()
     }
 
+    /// What a screen reader does with it.
+    function pressForReader(): void {
+        if (root.enabled)
+            root.clicked()
+    }
+
+    leftPadding: horizontalPadding
+    rightPadding: horizontalPadding
     implicitWidth: implicitContentWidth + leftPadding + rightPadding
     implicitHeight: implicitContentHeight + topPadding + bottomPadding
     focusPolicy: Qt.StrongFocus
-    hoverEnabled: true
-    font.family: Theme.fontFamily
-    // Always taken: under some desktops the template's own buttons react to Enter too.
     Keys.onReturnPressed: root.enter()
     Keys.onEnterPressed: root.enter()
 
     Accessible.role: Accessible.Button
     Accessible.name: text
-    // Qt's own buttons offer this action and then ignore it.
-    Accessible.onPressAction: root.clicked()
+    Accessible.onPressAction: root.pressForReader()
 }

@@ -4,7 +4,7 @@ import QtQuick.Templates as T
 import orvalia.Shared
 
 /// Content taller than its place, moved by wheel, drag and keys. Its children stand in a column.
-T.Control {
+ControlItem {
     id: root
 
     /// What it is, to a screen reader.

@@ -19,6 +19,7 @@ PressableControl {
     Accessible.role: Accessible.RadioButton
     Accessible.checkable: true
     Accessible.checked: chosen
+    Accessible.onToggleAction: root.pressForReader()
     contentItem: PlainText {
         text: root.text
         textStyle: Theme.callout

@@ -1,12 +1,11 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 pragma ComponentBehavior: Bound
 import QtQuick
-import QtQuick.Templates as T
 import orvalia.Shared
 
 /// A few choices beside one another. One stop for Tab; arrows ask for the neighbour. It shows the choice `current` and
 /// never changes it.
-T.Control {
+ControlItem {
     id: root
 
     required property PickerModel choices
@@ -20,7 +19,7 @@ T.Control {
     signal requested(int row)
 
     function requestNeighbour(step: int): void {
-        const row = root.current + (root.mirrored ? -step : step)
+        const row = root.current + (root.LayoutMirroring.enabled ? -step : step)
         if (row >= 0 && row < root.choices.count)
             root.requested(row)
     }

@@ -18,7 +18,7 @@ PressableControl {
     Accessible.role: Accessible.CheckBox
     Accessible.checkable: true
     Accessible.checked: on
-    Accessible.onToggleAction: root.requested(!root.on)
+    Accessible.onToggleAction: root.pressForReader()
     background: Rectangle {
         radius: height / 2
         color: root.on ? Theme.accent : Theme.systemFillStrong
