@@ -156,8 +156,8 @@ void ShownWindow::pass(std::chrono::milliseconds time)
 void ShownWindow::settle()
 {
     world.settle();
-    // Views take in what their models told when a frame is made.
-    for (int frame = 0; frame < 2; ++frame) {
+    // Views take in what their models told when a frame is made. A closed window makes none.
+    for (int frame = 0; frame < 2 && m_window->isExposed(); ++frame) {
         QSignalSpy swapped(m_window, &QQuickWindow::frameSwapped);
         m_window->update();
         swapped.wait();
