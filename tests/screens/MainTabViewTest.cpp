@@ -57,12 +57,15 @@ private Q_SLOTS:
         }
         QStringList outside;
         for (const QQuickItem *item : shown.itemsOf("QQuickItem")) {
-            const QRectF place = item->mapRectToScene(QRectF(0, 0, item->width(), item->height()));
+            const QRectF place = sceneRect(item);
             const bool isRead = item->inherits("QQuickText") || item->inherits("PressableItem");
             if (isRead && place.width() > 0 && (place.left() < 0 || place.right() > size.width()))
                 outside.append(item->property("text").toString());
         }
         QCOMPARE(outside, QStringList());
+        if (tab == QLatin1String("Mapa"))
+            QVERIFY(!sceneRect(shown.item(QStringLiteral("scaleBar")))
+                         .intersects(sceneRect(shown.item(QStringLiteral("mapCredit")))));
         QCOMPARE(tabs(shown).size(), 3);
         QCOMPARE(faultsOfItems(shown.window()), QStringList());
         QVERIFY2(shown.warnings().isEmpty(), qPrintable(shown.warnings().join(u'\n')));
@@ -70,6 +73,8 @@ private Q_SLOTS:
 
 private:
     static constexpr QSize size{360, 640};
+
+    static QRectF sceneRect(const QQuickItem *item) { return item->mapRectToScene(item->boundingRect()); }
 
     static QString title(const ShownWindow &shown)
     {

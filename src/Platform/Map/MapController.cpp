@@ -18,7 +18,6 @@ constexpr double notchesToDouble = 240;
 constexpr double zoomTime = 0.07;
 /// A finger that rested longer than this before it was lifted throws nothing.
 constexpr auto restTime = std::chrono::milliseconds(60);
-constexpr double widestScaleBar = 150;
 
 Instant now()
 {

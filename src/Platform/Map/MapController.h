@@ -26,6 +26,8 @@ class MapController : public QObject
     Q_PROPERTY(bool canZoomOut READ canZoomOut NOTIFY cameraChanged)
     /// Of the bar that stands for `scaleBarText`, in pixels.
     Q_PROPERTY(double scaleBarWidth READ scaleBarWidth NOTIFY cameraChanged)
+    /// What that width never exceeds, in pixels.
+    Q_PROPERTY(double widestScaleBar MEMBER widestScaleBar CONSTANT)
     Q_PROPERTY(QString scaleBarText READ scaleBarText NOTIFY cameraChanged)
 
 public:
@@ -39,6 +41,7 @@ public:
     bool isRunning() const { return m_isRunning; }
     bool canZoomIn() const { return m_camera.scale() < m_camera.largestScale(); }
     bool canZoomOut() const { return m_camera.scale() > m_camera.smallestScale(); }
+    static constexpr double widestScaleBar = 150;
     double scaleBarWidth() const;
     QString scaleBarText() const;
 

@@ -90,10 +90,17 @@ FocusScope { // qmllint disable
         anchors.fill: parent
     }
     MapScaleBar {
-        anchors { right: parent.right; bottom: parent.bottom; rightMargin: Theme.l; bottomMargin: root.bottomCover + Theme.xl }
+        /// Where the two do not fit side by side, the bar lies above the credit.
+        readonly property bool isAbove: root.width < credit.width + mapController.widestScaleBar + 2 * Theme.l + Theme.s
+
+        anchors { right: parent.right; bottom: isAbove ? credit.top : parent.bottom; rightMargin: Theme.l; bottomMargin: isAbove ? Theme.s : root.bottomCover + Theme.xl }
+        objectName: "scaleBar"
         controller: mapController
     }
     MapCredit {
+        id: credit
+
+        objectName: "mapCredit"
         anchors { left: parent.left; bottom: parent.bottom; leftMargin: Theme.l; bottomMargin: root.bottomCover > 0 ? root.bottomCover + Theme.s : Theme.l }
     }
     MapZoomButtons {
