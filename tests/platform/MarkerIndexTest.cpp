@@ -5,27 +5,10 @@
 #include <QRandomGenerator>
 #include <QTest>
 
-#include <cmath>
 #include <limits>
 
 namespace {
 using Direction = MarkerIndex::Direction;
-
-/// The definition, event by event: hidden while a more important one is in the same cell.
-int levelByComparison(const std::vector<QPointF> &positions, size_t mark)
-{
-    const auto cell = [](double degrees, int level) { return std::floor((degrees + 256) / std::ldexp(512, -level)); };
-    for (int level = 0; level <= MarkerIndex::deepestShown; ++level) {
-        bool isAlone = true;
-        for (size_t other = 0; other < mark; ++other)
-            isAlone = isAlone
-                && (cell(positions[other].x(), level) != cell(positions[mark].x(), level)
-                    || cell(positions[other].y(), level) != cell(positions[mark].y(), level));
-        if (isAlone)
-            return level;
-    }
-    return MarkerIndex::deepestShown + 1;
-}
 
 std::vector<QPointF> randomPositions(int count)
 {
@@ -42,34 +25,6 @@ class MarkerIndexTest : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void marksShowFromTheLevelWhereTheyAreAlone()
-    {
-        std::vector<QPointF> positions = randomPositions(300);
-        positions.push_back(positions[3]);
-        const MarkerIndex index(positions);
-        for (size_t mark = 0; mark < positions.size(); ++mark)
-            QCOMPARE(index.levels()[mark], levelByComparison(positions, mark));
-        QCOMPARE(index.levels().front(), 0);
-        QCOMPARE(index.levels().back(), MarkerIndex::deepestShown + 1);
-    }
-
-    /// 512 degrees halved 12 times are an eighth of a degree: 10 pixels at a scale of 80.
-    void cellsMeasureEightToSixteenPixels_data()
-    {
-        QTest::addColumn<double>("scale");
-        QTest::addColumn<int>("level");
-        QTest::newRow("archipelago") << 80.0 << 12;
-        QTest::newRow("at sixteen pixels") << 128.0 << 12;
-        QTest::newRow("a bit closer") << 128.1 << 13;
-        QTest::newRow("closest") << 55000.0 << 21;
-    }
-
-    void cellsMeasureEightToSixteenPixels()
-    {
-        QFETCH(double, scale);
-        QTEST(MarkerIndex::levelOf(scale), "level");
-    }
-
     void theMostImportantUnderThePointIsTaken_data()
     {
         QTest::addColumn<QPointF>("point");
@@ -142,7 +97,6 @@ private Q_SLOTS:
         const MarkerIndex index({{nan, 0}, {0, std::numeric_limits<double>::infinity()}, {1, 1}});
         QCOMPARE(index.topmostAt({0, 0}, 1000).value_or(-1), qsizetype(2));
         QCOMPARE(index.nearestTo({0, 0}).value_or(-1), qsizetype(2));
-        QVERIFY(index.levels()[0] > MarkerIndex::deepestShown);
         QVERIFY(!MarkerIndex().nearestTo({0, 0}));
     }
 };

@@ -2,17 +2,11 @@
 #include "Platform/Map/MarkerIndex.h"
 
 #include <algorithm>
-#include <bit>
 #include <cmath>
-#include <limits>
-#include <numeric>
 
 namespace {
-/// The world of 360 degrees lies in a square of 512, which is halved so many times.
+/// The world of 360 degrees lies in a square of 512.
 constexpr double square = 512;
-constexpr int deepestLevel = MarkerIndex::deepestShown;
-constexpr int hiddenLevel = deepestLevel + 1;
-constexpr double widestCellPixels = 16;
 /// Cells of the search grid for a degree.
 constexpr double cellsPerDegree = 32;
 constexpr quint64 cellsInRow = quint64(square * cellsPerDegree);
@@ -25,29 +19,6 @@ bool isFinite(const QPointF &point)
 quint32 quantized(double degrees, double cells)
 {
     return quint32(std::clamp((degrees + square / 2) / square * cells, 0.0, cells - 1));
-}
-
-/// The bits of a number with a gap behind each.
-quint64 spread(quint64 bits)
-{
-    bits = (bits | bits << 16) & 0x0000FFFF0000FFFFULL;
-    bits = (bits | bits << 8) & 0x00FF00FF00FF00FFULL;
-    bits = (bits | bits << 4) & 0x0F0F0F0F0F0F0F0FULL;
-    bits = (bits | bits << 2) & 0x3333333333333333ULL;
-    return (bits | bits << 1) & 0x5555555555555555ULL;
-}
-
-/// A number for a point whose first 2n bits name its cell at level n.
-quint64 pathOf(const QPointF &world)
-{
-    constexpr double cells = double(1U << deepestLevel);
-    return spread(quantized(world.x(), cells)) << 1 | spread(quantized(world.y(), cells));
-}
-
-/// The deepest level at which two paths are in one cell.
-int commonLevel(quint64 a, quint64 b)
-{
-    return (std::countl_zero(a ^ b) - (64 - 2 * deepestLevel)) / 2;
 }
 
 bool pointsTo(const QPointF &way, MarkerIndex::Direction direction)
@@ -68,58 +39,8 @@ bool pointsTo(const QPointF &way, MarkerIndex::Direction direction)
 
 MarkerIndex::MarkerIndex(std::vector<QPointF> positions)
     : m_positions(std::move(positions))
-    , m_levels(m_positions.size(), hiddenLevel)
 {
-    thin();
     sortIntoCells();
-}
-
-int MarkerIndex::levelOf(double scale)
-{
-    return std::clamp(int(std::ceil(std::log2(scale * square / widestCellPixels))), 0, deepestLevel);
-}
-
-/// Marks are taken out of their order by place, the least important first. Of those left, all are more important, and
-/// the one that shares the most levels is a neighbour.
-void MarkerIndex::thin()
-{
-    struct Place
-    {
-        quint64 path;
-        qsizetype mark;
-    };
-    std::vector<Place> order;
-    order.reserve(m_positions.size());
-    for (size_t mark = 0; mark < m_positions.size(); ++mark)
-        if (isFinite(m_positions[mark]))
-            order.push_back({pathOf(m_positions[mark]), qsizetype(mark)});
-    std::sort(order.begin(), order.end(),
-              [](const Place &a, const Place &b) { return std::pair(a.path, a.mark) < std::pair(b.path, b.mark); });
-
-    const size_t count = order.size();
-    constexpr size_t none = std::numeric_limits<size_t>::max();
-    std::vector<size_t> previous(count);
-    std::vector<size_t> next(count);
-    std::vector<size_t> placeOf(m_positions.size(), none);
-    for (size_t i = 0; i < count; ++i) {
-        previous[i] = i == 0 ? none : i - 1;
-        next[i] = i + 1 == count ? none : i + 1;
-        placeOf[size_t(order[i].mark)] = i;
-    }
-    for (size_t mark = m_positions.size(); mark-- > 0;) {
-        const size_t place = placeOf[mark];
-        if (place == none)
-            continue;
-        int shared = -1;
-        for (const size_t neighbour : {previous[place], next[place]})
-            if (neighbour != none)
-                shared = std::max(shared, commonLevel(order[place].path, order[neighbour].path));
-        m_levels[mark] = shared + 1;
-        if (previous[place] != none)
-            next[previous[place]] = next[place];
-        if (next[place] != none)
-            previous[next[place]] = previous[place];
-    }
 }
 
 void MarkerIndex::sortIntoCells()

@@ -5,8 +5,8 @@
 #include <optional>
 #include <vector>
 
-/// Where the marks of a map lie: which of them can be seen at a scale, which lies under a finger, which comes next in a
-/// direction. Marks are numbered by importance, 0 first; a lower number lies above a higher one.
+/// Where the marks of a map lie: which of them lies under a finger, which comes next in a direction. Marks are numbered
+/// by importance, 0 first; a lower number lies above a higher one.
 class MarkerIndex
 {
 public:
@@ -16,14 +16,6 @@ public:
     explicit MarkerIndex(std::vector<QPointF> positions = {});
 
     const std::vector<QPointF> &positions() const { return m_positions; }
-
-    /// The level of a scale: a cell of the thinning raster then measures 8 to 16 pixels. Grows by one as the scale
-    /// doubles.
-    static int levelOf(double scale);
-    /// The level of the closest look. A mark whose level is beyond shows at no scale.
-    static constexpr int deepestShown = 24;
-    /// For each mark the level from which it shows: from there on no more important one shares its cell.
-    const std::vector<int> &levels() const { return m_levels; }
 
     /// The most important mark within `radius` degrees of longitude around a world point.
     std::optional<qsizetype> topmostAt(const QPointF &world, double radius) const;
@@ -41,7 +33,6 @@ private:
         qsizetype mark;
     };
 
-    void thin();
     void sortIntoCells();
     template<class Visit>
     void visit(const QPointF &world, double radius, Visit visit) const;
@@ -49,6 +40,5 @@ private:
     std::optional<qsizetype> nearestAccepted(const QPointF &world, Accept accept) const;
 
     std::vector<QPointF> m_positions;
-    std::vector<int> m_levels;
     std::vector<Entry> m_entries;
 };

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "iOS/Shared/EarthquakeMarkerLayer.h"
 
+#include "Platform/Map/MarkerThinning.h"
 #include "iOS/Shared/MarkerNode.h"
 
 #include <QPainter>
@@ -153,10 +154,10 @@ std::shared_ptr<const MapAnnotations> EarthquakeMarkerLayer::annotations(const M
     result->lift = lift();
     const QRectF seen = camera.visibleWorld();
     const QRectF reach = seen.adjusted(-seen.width() / 2, -seen.height() / 2, seen.width() / 2, seen.height() / 2);
-    const int level = MarkerIndex::levelOf(camera.scale());
+    const int level = MarkerThinning::levelOf(camera.scale());
     for (size_t mark = 0; mark < m_index.positions().size(); ++mark) {
         const QPointF &position = m_index.positions()[mark];
-        if (m_index.levels()[mark] > level || !reach.contains(position))
+        if (m_levels[mark] > level || !reach.contains(position))
             continue;
         result->positions.push_back(position);
         if (result->titles.size() < mostTitles)
@@ -241,6 +242,7 @@ void EarthquakeMarkerLayer::buildMarkers()
         }
     }
     m_atlas = std::move(atlas);
+    m_levels = MarkerThinning::levels(positions, m_look.diameter);
     m_index = MarkerIndex(std::move(positions));
     m_isGeometryOutdated = true;
     m_isAtlasOutdated = true;
@@ -263,7 +265,7 @@ QSGNode *EarthquakeMarkerLayer::updateQuads(QSGNode *node)
         m_isAtlasOutdated = false;
     }
     if (m_isGeometryOutdated) {
-        m_uploadedBytes += markers->setMarkers(m_index, m_cells);
+        m_uploadedBytes += markers->setMarkers(m_index.positions(), m_levels, m_cells);
         m_isGeometryOutdated = false;
     }
     std::vector<qsizetype> hidden;
@@ -293,14 +295,14 @@ QImage EarthquakeMarkerLayer::painting() const
     const QImage cells = m_atlas.image(ratio);
     const int side = m_atlas.cellPixels(ratio);
     const MapCamera &camera = m_controller->camera();
-    const int level = MarkerIndex::levelOf(camera.scale());
+    const int level = MarkerThinning::levelOf(camera.scale());
     const QRectF frame = boundingRect().adjusted(-side, -side, side, side);
     QImage image((size() * ratio).toSize().expandedTo({1, 1}), QImage::Format_ARGB32_Premultiplied);
     image.fill(Qt::transparent);
     QPainter painter(&image);
     for (size_t mark = m_index.positions().size(); mark-- > 0;) {
         const QPointF place = camera.toScreen(m_index.positions()[mark]) - QPointF(0, lift());
-        if (m_index.levels()[mark] > level || !frame.contains(place))
+        if (m_levels[mark] > level || !frame.contains(place))
             continue;
         const Earthquake &earthquake = m_markers->earthquakes()[mark];
         const auto &raised = m_raised.earthquakes();

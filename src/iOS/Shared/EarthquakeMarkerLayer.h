@@ -10,8 +10,8 @@
 #include <QPointer>
 
 /// The markers of all events of a set, above a map. They are one node of quads that is built when the set changes;
-/// moving and zooming the map change its matrix alone. Markers with a newer one in the same few pixels are left out of
-/// the drawing. The latest and the selected marker are not drawn here: they are `raised`, for items of their own.
+/// moving and zooming the map change its matrix alone. Markers that newer ones hide, or nearly so, are left out of the
+/// drawing. The latest and the selected marker are not drawn here: they are `raised`, for items of their own.
 class EarthquakeMarkerLayer : public MapAnnotationSource
 {
     Q_OBJECT
@@ -91,6 +91,8 @@ private:
     MarkerLook m_look;
 
     MarkerIndex m_index;
+    /// For each event the level from which it shows.
+    std::vector<quint8> m_levels;
     MarkerAtlas m_atlas;
     /// For each event its cell of the atlas.
     std::vector<quint16> m_cells;

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "iOS/Shared/MarkerNode.h"
 
+#include "Platform/Map/MarkerThinning.h"
 #include "iOS/Shared/MarkerAtlas.h"
 
 #include <QMatrix4x4>
@@ -142,14 +143,14 @@ void MarkerNode::setAtlas(QSGTexture *texture, int rows, int cellPixels, double 
     m_quads->markDirty(DirtyMaterial);
 }
 
-qint64 MarkerNode::setMarkers(const MarkerIndex &index, const std::vector<quint16> &cells)
+qint64 MarkerNode::setMarkers(const std::vector<QPointF> &positions, const std::vector<quint8> &levels,
+                              const std::vector<quint16> &cells)
 {
-    const std::vector<QPointF> &positions = index.positions();
     std::vector<size_t> drawn;
     drawn.reserve(positions.size());
     // Oldest first, so that newer ones come to lie above. Those that no scale shows are not worth their bytes.
     for (size_t mark = positions.size(); mark-- > 0;)
-        if (index.levels()[mark] <= MarkerIndex::deepestShown)
+        if (levels[mark] != MarkerThinning::never)
             drawn.push_back(mark);
     m_origin = drawn.empty() ? QPointF() : positions[drawn.back()];
     QSGGeometry *geometry = m_quads->geometry();
@@ -162,7 +163,7 @@ qint64 MarkerNode::setMarkers(const MarkerIndex &index, const std::vector<quint1
         const auto column = quint8(cells[mark] % MarkerAtlas::columns);
         const auto row = quint8(cells[mark] / MarkerAtlas::columns);
         for (quint8 i = 0; i < 4; ++i)
-            *vertex++ = {float(place.x()), float(place.y()), float(mark), column, row, i, quint8(index.levels()[mark])};
+            *vertex++ = {float(place.x()), float(place.y()), float(mark), column, row, i, levels[mark]};
         for (const quint32 i : {0U, 1U, 2U, 2U, 1U, 3U})
             *corner++ = first + i;
         first += 4;
@@ -183,7 +184,7 @@ void MarkerNode::setHidden(const std::vector<qsizetype> &numbers)
 
 void MarkerNode::setCamera(const MapCamera &camera)
 {
-    m_parameters.level = float(MarkerIndex::levelOf(camera.scale()));
+    m_parameters.level = float(MarkerThinning::levelOf(camera.scale()));
     const QPointF offset = camera.toScreen(m_origin);
     QMatrix4x4 matrix;
     matrix.translate(float(offset.x()), float(offset.y()));

@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 #include "Platform/Map/MapCamera.h"
-#include "Platform/Map/MarkerIndex.h"
 
 #include <QSGGeometryNode>
 #include <QSGTexture>
@@ -21,8 +20,10 @@ public:
     /// Takes the texture over. Its cells measure `cellPixels` device pixels; markers stand `liftPixels` above their
     /// position.
     void setAtlas(QSGTexture *texture, int rows, int cellPixels, double liftPixels);
-    /// Builds the geometry anew; `cells` are the markers' pictures in the atlas. Gives the bytes written.
-    qint64 setMarkers(const MarkerIndex &index, const std::vector<quint16> &cells);
+    /// Builds the geometry anew. For each marker, the newest first: its world point, the level of MarkerThinning from
+    /// which it shows, its picture in the atlas. Gives the bytes written.
+    qint64 setMarkers(const std::vector<QPointF> &positions, const std::vector<quint8> &levels,
+                      const std::vector<quint16> &cells);
     /// The numbers of markers that are not drawn, at most four.
     void setHidden(const std::vector<qsizetype> &numbers);
     void setCamera(const MapCamera &camera);
