@@ -51,9 +51,8 @@ NetworkTransfer::NetworkTransfer(Clock &clock, QNetworkReply *reply, QObject *pa
     connect(m_reply, &QNetworkReply::redirected, this, &NetworkTransfer::expectMore);
     connect(m_reply, &QNetworkReply::metaDataChanged, this, &NetworkTransfer::expectMore);
     connect(m_reply, &QNetworkReply::readyRead, this, &NetworkTransfer::expectMore);
-    // Queued: an answer that Qt has at once must not arrive inside the call that asks for it.
-    connect(m_reply, &QNetworkReply::readyRead, this, &NetworkTransfer::read, Qt::QueuedConnection);
-    connect(m_reply, &QNetworkReply::finished, this, &NetworkTransfer::read, Qt::QueuedConnection);
+    connect(m_reply, &QNetworkReply::readyRead, this, &NetworkTransfer::readSoon);
+    connect(m_reply, &QNetworkReply::finished, this, &NetworkTransfer::readSoon);
     m_deadline = after(NetworkURLSession::totalLimit, QStringLiteral("The transfer took longer than 300 seconds."));
     expectMore();
 }
@@ -64,30 +63,44 @@ void NetworkTransfer::cancel()
         fail(QStringLiteral("The transfer was cancelled."));
 }
 
-void NetworkTransfer::read()
+// An answer that Qt has at once must not arrive inside the call that asks for it.
+void NetworkTransfer::readSoon()
 {
-    if (m_isReleased)
-        return;
-    const QByteArray piece = m_reply->read(pieceBytes);
-    if (!piece.isEmpty())
-        take(piece);
-    else if (m_reply->isFinished())
-        conclude();
+    if (!std::exchange(m_isReadingSoon, true))
+        QMetaObject::invokeMethod(this, &NetworkTransfer::read, Qt::QueuedConnection);
 }
 
-void NetworkTransfer::take(const QByteArray &piece)
+void NetworkTransfer::read()
 {
-    if (!std::exchange(m_isBodyBegun, true) && isPacked(*m_reply))
-        m_gzip.emplace(NetworkURLSession::bodyLimit);
-    const auto result = m_gzip ? m_gzip->feed(piece, m_body) : GzipDecoder::Result::ok;
-    if (!m_gzip)
-        m_body += piece;
+    m_isReadingSoon = false;
+    if (m_isReleased)
+        return;
+    const bool isUnpacking = m_gzip && m_gzip->hasMore();
+    const QByteArray piece = isUnpacking ? QByteArray() : m_reply->read(pieceBytes);
+    if (!isUnpacking && piece.isEmpty()) {
+        if (m_reply->isFinished())
+            conclude();
+        return;
+    }
+    const GzipDecoder::Result result = isUnpacking ? m_gzip->unpack(m_body) : take(piece);
     if (m_body.size() > NetworkURLSession::bodyLimit)
         fail(QStringLiteral("The answer is larger than 16 MiB."));
     else if (result == GzipDecoder::Result::broken)
         fail(QStringLiteral("The answer cannot be unpacked."));
     else
-        QMetaObject::invokeMethod(this, &NetworkTransfer::read, Qt::QueuedConnection);
+        readSoon();
+}
+
+GzipDecoder::Result NetworkTransfer::take(const QByteArray &piece)
+{
+    if (!std::exchange(m_isBodyBegun, true) && isPacked(*m_reply))
+        m_gzip.emplace();
+    if (!m_gzip) {
+        m_body += piece;
+        return GzipDecoder::Result::ok;
+    }
+    m_gzip->feed(piece);
+    return m_gzip->unpack(m_body);
 }
 
 // Qt sends a request again, up to three times, when its connection closes without an answer. It waits for the

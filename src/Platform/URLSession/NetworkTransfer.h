@@ -25,9 +25,11 @@ public:
     void cancel();
 
 private:
+    /// In the next turn of the event loop, however often it is called in this one.
+    void readSoon();
     /// Takes what has arrived, a bounded piece at a time, so that the event loop turns in between.
     void read();
-    void take(const QByteArray &piece);
+    GzipDecoder::Result take(const QByteArray &piece);
     void expectMore();
     void allowOneConnection();
     void conclude();
@@ -45,6 +47,7 @@ private:
     /// Absent for a body that is not packed.
     std::optional<GzipDecoder> m_gzip;
     bool m_isBodyBegun = false;
+    bool m_isReadingSoon = false;
     bool m_isConnected = false;
     Clock::SleepId m_silence = 0;
     Clock::SleepId m_deadline = 0;
