@@ -334,6 +334,11 @@ private Q_SLOTS:
         shown.enqueuePage(rows);
         QVERIFY(shown.show());
         QQuickItem *button = shown.item(QStringLiteral("refreshButton"));
+        const auto icons = [&] {
+            const QList<QQuickItem *> all = shown.itemsOf("Icon");
+            return std::ranges::count_if(all, [&](QQuickItem *icon) { return button->isAncestorOf(icon); });
+        };
+        QCOMPARE(icons(), 1);
         QVERIFY(!shown.item(QStringLiteral("cooldownBar")));
         shown.enqueuePage(rows);
         shown.click(button);

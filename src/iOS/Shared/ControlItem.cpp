@@ -4,11 +4,34 @@
 ControlItem::ControlItem(QQuickItem *parent)
     : QQuickItem(parent)
 {
-    connect(this, &ControlItem::backgroundChanged, this, &ControlItem::adoptBackground);
-    connect(this, &ControlItem::contentItemChanged, this, &ControlItem::adoptContent);
     connect(this, &ControlItem::paddingChanged, this, &ControlItem::layOut);
     connect(this, &ControlItem::focusPolicyChanged, this,
             [this] { setActiveFocusOnTab((m_focusPolicy & Qt::TabFocus) != 0); });
+}
+
+void ControlItem::setBackground(QQuickItem *background)
+{
+    if (m_background == background)
+        return;
+    replace(m_background, background);
+    if (m_background)
+        m_background->setZ(-1);
+    layOut();
+    Q_EMIT backgroundChanged();
+}
+
+void ControlItem::setContentItem(QQuickItem *contentItem)
+{
+    if (m_contentItem == contentItem)
+        return;
+    replace(m_contentItem, contentItem);
+    if (m_contentItem) {
+        connect(m_contentItem, &QQuickItem::implicitWidthChanged, this, &ControlItem::implicitContentSizeChanged);
+        connect(m_contentItem, &QQuickItem::implicitHeightChanged, this, &ControlItem::implicitContentSizeChanged);
+    }
+    layOut();
+    Q_EMIT contentItemChanged();
+    Q_EMIT implicitContentSizeChanged();
 }
 
 void ControlItem::takeFocusByPointer()
@@ -42,20 +65,15 @@ void ControlItem::itemChange(ItemChange change, const ItemChangeData &data)
         Q_EMIT visualFocusChanged();
 }
 
-void ControlItem::adoptBackground()
+void ControlItem::replace(QPointer<QQuickItem> &place, QQuickItem *item)
 {
-    m_background->setParentItem(this);
-    m_background->setZ(-1);
-    layOut();
-}
-
-void ControlItem::adoptContent()
-{
-    m_contentItem->setParentItem(this);
-    connect(m_contentItem, &QQuickItem::implicitWidthChanged, this, &ControlItem::implicitContentSizeChanged);
-    connect(m_contentItem, &QQuickItem::implicitHeightChanged, this, &ControlItem::implicitContentSizeChanged);
-    layOut();
-    Q_EMIT implicitContentSizeChanged();
+    if (place) {
+        place->disconnect(this);
+        place->setParentItem(nullptr);
+    }
+    place = item;
+    if (item)
+        item->setParentItem(this);
 }
 
 void ControlItem::layOut()

@@ -10,9 +10,9 @@ class ControlItem : public QQuickItem
     Q_OBJECT
     QML_ELEMENT
     /// Lies below the rest of the control and is as large as it.
-    Q_PROPERTY(QQuickItem *background MEMBER m_background NOTIFY backgroundChanged)
+    Q_PROPERTY(QQuickItem *background READ background WRITE setBackground NOTIFY backgroundChanged)
     /// Fills the control but for the padding.
-    Q_PROPERTY(QQuickItem *contentItem MEMBER m_contentItem NOTIFY contentItemChanged)
+    Q_PROPERTY(QQuickItem *contentItem READ contentItem WRITE setContentItem NOTIFY contentItemChanged)
     Q_PROPERTY(qreal leftPadding MEMBER m_leftPadding NOTIFY paddingChanged)
     Q_PROPERTY(qreal rightPadding MEMBER m_rightPadding NOTIFY paddingChanged)
     Q_PROPERTY(qreal topPadding MEMBER m_topPadding NOTIFY paddingChanged)
@@ -28,6 +28,11 @@ class ControlItem : public QQuickItem
 public:
     explicit ControlItem(QQuickItem *parent = nullptr);
 
+    QQuickItem *background() const { return m_background; }
+    QQuickItem *contentItem() const { return m_contentItem; }
+    /// A control that brings its own takes the place of the one that its base has.
+    void setBackground(QQuickItem *background);
+    void setContentItem(QQuickItem *contentItem);
     qreal implicitContentWidth() const { return m_contentItem ? m_contentItem->implicitWidth() : 0; }
     qreal implicitContentHeight() const { return m_contentItem ? m_contentItem->implicitHeight() : 0; }
     bool hasVisualFocus() const { return m_isFocusedByKeys && hasActiveFocus(); }
@@ -49,8 +54,8 @@ protected:
     void itemChange(ItemChange change, const ItemChangeData &data) override;
 
 private:
-    void adoptBackground();
-    void adoptContent();
+    /// Puts an item into the place of another, which shows no more.
+    void replace(QPointer<QQuickItem> &place, QQuickItem *item);
     void layOut();
     void setFocusedByKeys(bool isFocusedByKeys);
 
