@@ -46,12 +46,14 @@ T.Popup {
             name: "orvalia"
 
             Rectangle {
-                x: 40
-                y: 40
-                width: 28
-                height: 28
-                radius: 14
+                x: 38
+                y: 38
+                width: 34
+                height: 34
+                radius: 17
                 color: Theme.accent
+                border.width: 3
+                border.color: Theme.popover
 
                 Icon {
                     anchors.centerIn: parent
