@@ -136,7 +136,11 @@ private Q_SLOTS:
         QFETCH(QString, kind);
         QFETCH(QString, kilometers);
         QFETCH(QByteArray, printed);
+        const QTemporaryDir folder;
+        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+        environment.insert(QStringLiteral("TMPDIR"), folder.path()); // for what an aborted child leaves behind
         QProcess child;
+        child.setProcessEnvironment(environment);
         child.start(QCoreApplication::applicationFilePath(), {QStringLiteral("--send"), kind, kilometers});
         QVERIFY(child.waitForFinished());
         QCOMPARE(child.readAllStandardOutput(), printed);

@@ -115,12 +115,35 @@ private Q_SLOTS:
             }
             const QByteArray left = contents(path);
             QVERIFY2(left == after || (isStruck && left == before), left);
-            // The next write, in a program that lives on or in a new one, brings everything.
-            defaults.setDouble(key, 2);
+            // The next write of anything brings everything; a program that was killed knows nothing of the value.
+            if (wanted == Fault::kill)
+                defaults.setDouble(key, 2);
+            else
+                defaults.setString(QStringLiteral("settings.other"), QString(2000, u'x'));
             QCOMPARE(contents(path), after);
             strikesSeen += isStruck ? 1 : 0;
         }
         QVERIFY2(strikesSeen > 1, qPrintable(QString::number(strikesSeen)));
+    }
+
+    void twoProcessesLoseNothing()
+    {
+        const QTemporaryDir folder;
+        const QString path = folder.filePath(QStringLiteral("settings.ini"));
+        constexpr int writes = 200;
+        const auto writeAll = [&path](const char *whose) {
+            SettingsUserDefaults defaults(path);
+            for (int i = 0; i < writes; ++i)
+                defaults.setDouble(QString::fromLatin1(whose) + QString::number(i), i);
+        };
+        const pid_t child = fork();
+        if (child == 0) {
+            writeAll("child");
+            _exit(0);
+        }
+        writeAll("parent");
+        QCOMPARE(waitpid(child, nullptr, 0), child);
+        QCOMPARE(contents(path).count("number:"), 2 * writes);
     }
 
 private:
