@@ -236,14 +236,17 @@ private Q_SLOTS:
 
         HeldServer server(scene.bus, QStringLiteral("replacement"));
         scene.center.add(request("a", "4")); // nobody has said yet that there is a new one
+        QTRY_VERIFY(server.count(capabilitiesMethod) > 0);
+        scene.center.add(request("c", "5")); // what the old one could do says nothing of the new
         server.tellCapabilities({QStringLiteral("body-markup")});
         QMap<QString, uint> shown;
-        for (int i = 0; i < 2; ++i) {
+        for (int i = 0; i < 3; ++i) {
             const QDBusMessage notify = server.next();
             QVERIFY(notify.arguments().value(4).toString().contains(u"&lt;"));
             shown.insert(title(notify), replaces(notify));
         }
-        QCOMPARE(shown, (QMap<QString, uint>{{QStringLiteral("3"), 0}, {QStringLiteral("4"), 0}}));
+        QCOMPARE(shown,
+                 (QMap<QString, uint>{{QStringLiteral("3"), 0}, {QStringLiteral("4"), 0}, {QStringLiteral("5"), 0}}));
     }
 
     void wordOfAReplacedServerCountsNoMore()
