@@ -30,10 +30,10 @@ struct Sheet : ShownWindow
     }
 
     /// Puts a filter in force and opens the sheet.
-    bool open(const Filter &filter = None{})
+    bool open(const Filter &filter = None{}, QSize size = {1100, 720})
     {
         NavigationState::shared().select(QStringLiteral("historico"));
-        if (!show())
+        if (!show(size))
             return false;
         screen = window().findChild<HistoricoScreen *>();
         screen->viewModel()->applyFilter(filter);
@@ -46,7 +46,12 @@ struct Sheet : ShownWindow
         return QTest::qWaitFor([this] { return isOpen(); });
     }
 
-    bool isOpen() { return item(QStringLiteral("filterMode")) && item(QStringLiteral("filterMode"))->hasActiveFocus(); }
+    bool isOpen() const
+    {
+        const QQuickItem *segments = item(QStringLiteral("filterMode"));
+        const QQuickItem *menu = named(QStringLiteral("Modo: Sin filtro"));
+        return (segments && segments->hasActiveFocus()) || (menu && menu->hasActiveFocus());
+    }
     bool isClosed() { return !named(QStringLiteral("Filtrar histórico")); }
     void use(const char *name) { click(named(QString::fromUtf8(name))); }
     bool shows(const char *name) const { return named(QString::fromUtf8(name)); }
@@ -114,6 +119,16 @@ private Q_SLOTS:
               "shown");
         QCOMPARE(faultsOfItems(sheet.window()), QStringList());
         QVERIFY2(sheet.warnings().isEmpty(), qPrintable(sheet.warnings().join(u'\n')));
+    }
+
+    void modesAreAMenuWhereTheirSegmentsDoNotFit()
+    {
+        Sheet sheet;
+        QVERIFY(sheet.open(None{}, {400, 720}));
+        QVERIFY(!sheet.item(QStringLiteral("filterMode")));
+        QVERIFY(sheet.choose("Modo: Sin filtro", 1));
+        QVERIFY(sheet.shows("Modo: Año / Mes"));
+        QVERIFY(sheet.shows("Año: Todos"));
     }
 
     void onlyApplyAndClearReachTheHistory_data()

@@ -51,12 +51,28 @@ Sheet {
             header: Texts.localized("filter.type", "Tipo de filtro")
 
             FormRow {
+                id: modeRow
+
+                /// The segments would leave no room for the label.
+                readonly property bool isTight: segments.implicitWidth > 0.8 * width
+
                 label: Texts.localized("filter.mode", "Modo")
 
                 SegmentedControl {
+                    id: segments
+
                     objectName: "filterMode"
-                    focus: true
+                    focus: !modeRow.isTight
+                    visible: !modeRow.isTight
                     name: Texts.localized("filter.mode", "Modo")
+                    choices: form.modes
+                    current: form.mode
+                    onRequested: row => form.mode = row
+                }
+                Picker {
+                    focus: modeRow.isTight
+                    visible: modeRow.isTight
+                    text: modeRow.label
                     choices: form.modes
                     current: form.mode
                     onRequested: row => form.mode = row

@@ -110,6 +110,7 @@ Popover {
                         x: Theme.l - leftPadding
                         text: Texts.localized("filter.reset", "Reset Filters")
                         destructive: true
+                        weight: Font.Normal
                         onActiveFocusChanged: if (activeFocus) root.reveal(parent)
                         onClicked: root.resetRequested()
                     }

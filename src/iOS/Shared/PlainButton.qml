@@ -8,6 +8,7 @@ PressableControl {
 
     property bool destructive: false
     property TextStyle textStyle: Theme.body
+    property int weight: Font.DemiBold
     property color color: destructive ? Theme.destructive : Theme.accent
 
     implicitHeight: Theme.buttonHeight
@@ -26,7 +27,7 @@ PressableControl {
         text: root.text
         textStyle: root.textStyle
         color: root.color
-        font.weight: Font.DemiBold
+        font.weight: root.weight
         verticalAlignment: Text.AlignVCenter
         horizontalAlignment: Text.AlignHCenter
         Accessible.ignored: true
