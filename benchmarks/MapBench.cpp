@@ -14,6 +14,7 @@
 
 #include <cstdio>
 #include <cstdlib>
+#include <utility>
 
 namespace {
 constexpr QSize windowSize(1100, 720);
@@ -76,6 +77,27 @@ public:
         }
     }
 
+    std::vector<Earthquake> events(int count, Spread spread)
+    {
+        QRandomGenerator random(5);
+        const auto around = [&](double middle, double width) {
+            return middle + (random.generateDouble() - 0.5) * width;
+        };
+        std::vector<Coordinate> clusters;
+        for (int i = 0; i < 40; ++i)
+            clusters.push_back({around(28.2, 1.8), around(-16, 5)});
+        std::vector<Earthquake> result;
+        for (int i = 0; i < count; ++i) {
+            const Coordinate &cluster = clusters[size_t(random.bounded(40))];
+            const bool isEven = spread == Spread::even;
+            result.emplace_back(QString::number(i), world.clock.now() - std::chrono::minutes(i),
+                                isEven ? around(28.3, 8) : around(cluster.latitude, 0.3),
+                                isEven ? around(-15.8, 13) : around(cluster.longitude, 0.3), 10,
+                                random.generateDouble() * 4, QStringLiteral("mbLg"), std::nullopt, QString());
+        }
+        return result;
+    }
+
     /// The base map's painter after a gesture has come to rest here.
     double sharpen()
     {
@@ -104,27 +126,6 @@ private:
         window.update();
         loop.exec();
         QObject::disconnect(drawn);
-    }
-
-    std::vector<Earthquake> events(int count, Spread spread)
-    {
-        QRandomGenerator random(5);
-        const auto around = [&](double middle, double width) {
-            return middle + (random.generateDouble() - 0.5) * width;
-        };
-        std::vector<Coordinate> clusters;
-        for (int i = 0; i < 40; ++i)
-            clusters.push_back({around(28.2, 1.8), around(-16, 5)});
-        std::vector<Earthquake> result;
-        for (int i = 0; i < count; ++i) {
-            const Coordinate &cluster = clusters[size_t(random.bounded(40))];
-            const bool isEven = spread == Spread::even;
-            result.emplace_back(QString::number(i), world.clock.now() - std::chrono::minutes(i),
-                                isEven ? around(28.3, 8) : around(cluster.latitude, 0.3),
-                                isEven ? around(-15.8, 13) : around(cluster.longitude, 0.3), 10,
-                                random.generateDouble() * 4, QStringLiteral("mbLg"), std::nullopt, QString());
-        }
-        return result;
     }
 };
 }
@@ -159,6 +160,13 @@ void mapBudgets(Budgets &budgets)
         budgets.atMost(4, measured.pan, pan, panEmpty);
         budgets.atMost(4, (QByteArray("map: frame, ") + measured.zoom + " : none").constData(), zoom, panEmpty);
         budgets.countAtMost(0, "map: bytes of markers uploaded by it", double(map.layer.uploadedBytes() - before));
+    }
+
+    for (const auto &[spread, name] : {std::pair(Spread::swarms, "map: 100,000 in swarms laid out anew"),
+                                       std::pair(Spread::even, "map: 100,000 evenly laid out anew")}) {
+        MeasuredMap map(0, spread);
+        const std::vector<Earthquake> events = map.events(100'000, spread);
+        budgets.measured(name, Budgets::milliseconds([&] { map.set.setEarthquakes(events); }), "ms");
     }
 
     MeasuredMap map(2000, Spread::swarms);
