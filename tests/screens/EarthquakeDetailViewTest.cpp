@@ -11,6 +11,55 @@
 
 using namespace std::chrono_literals;
 
+namespace {
+/// The window with one stored event, and its detail screen.
+struct Scene : ShownWindow
+{
+    explicit Scene(const QString &location = QStringLiteral("X"), const std::optional<QString> &intensity = {})
+    {
+        container.mainContext().insert(Earthquake(QStringLiteral("e1"), world.clock.now() - 1h, 27.7, -18.0, 12.0, 3.1,
+                                                  QStringLiteral("mbLg"), intensity, location));
+        container.mainContext().save();
+    }
+
+    bool isOpen() const { return map() != nullptr; }
+
+    /// Opens the detail in a window that is lower than it.
+    bool open()
+    {
+        if (!show({480, 480}))
+            return false;
+        click(item(QStringLiteral("row 0")));
+        return QTest::qWaitFor([this] { return isOpen() && isAtRest(); });
+    }
+
+    /// No page is on its way in or out.
+    bool isAtRest() const { return !itemsOf("QQuickStackView").constFirst()->property("busy").toBool(); }
+
+    QQuickItem *map() const { return item(QStringLiteral("detailMap")); }
+    const MapCamera &camera() const { return map()->property("controller").value<MapController *>()->camera(); }
+    double top() const { return map()->mapToScene({0, 0}).y(); }
+
+    void drag(const QPoint &from, const QPoint &by)
+    {
+        QTest::mousePress(&window(), Qt::LeftButton, Qt::NoModifier, from);
+        for (int step = 1; step <= 10; ++step)
+            QTest::mouseMove(&window(), from + by * step / 10);
+        QTest::mouseRelease(&window(), Qt::LeftButton, Qt::NoModifier, from + by);
+        settle();
+    }
+
+    void turnWheelOverMap(Qt::KeyboardModifiers modifiers)
+    {
+        const QPointF place = map()->mapToScene({200, 100});
+        QWheelEvent event(place, window().mapToGlobal(place), {}, {0, -120}, Qt::NoButton, modifiers, Qt::NoScrollPhase,
+                          false);
+        QCoreApplication::sendEvent(&window(), &event);
+        settle();
+    }
+};
+}
+
 class EarthquakeDetailViewTest : public QObject
 {
     Q_OBJECT
@@ -83,21 +132,20 @@ private Q_SLOTS:
     {
         QFETCH(int, key);
         QFETCH(int, modifiers);
-        ShownWindow shown;
-        store(shown, std::nullopt, QStringLiteral("<b>W</b> FRONTERA"));
+        Scene shown(QStringLiteral("<b>W</b> FRONTERA"));
         QVERIFY(shown.show());
         QQuickItem *list = shown.item(QStringLiteral("earthquakeList"));
         QVERIFY(list);
         list->forceActiveFocus(Qt::TabFocusReason);
         shown.press(Qt::Key_Down);
         shown.press(Qt::Key_Return);
-        QTRY_VERIFY(shown.item(QStringLiteral("detailMap")));
+        QTRY_VERIFY(shown.isOpen());
         QVERIFY(shown.named(QStringLiteral("M 3.1 — <b>W</b> FRONTERA")));
         QVERIFY(shown.named(QStringLiteral("Date and time")));
         QVERIFY(!shown.named(QStringLiteral("Maximum intensity")));
         QVERIFY2(faultsOfItems(shown.window()).isEmpty(), qPrintable(faultsOfItems(shown.window()).join(u'\n')));
         shown.press(Qt::Key(key), Qt::KeyboardModifiers(modifiers));
-        QTRY_VERIFY(!shown.item(QStringLiteral("detailMap")));
+        QTRY_VERIFY(!shown.isOpen());
         QCOMPARE(shown.item(QStringLiteral("earthquakeList"))->property("currentIndex").toInt(), 0);
         QVERIFY(shown.warnings().isEmpty());
     }
@@ -117,10 +165,9 @@ private Q_SLOTS:
         QFETCH(int, section);
         QFETCH(QString, under);
         QFETCH(QPointF, place);
-        ShownWindow shown;
+        Scene shown;
         // The callout is then where it will stay from its first frame on.
         shown.world.appearance.setReducedMotion(section == Qt::Key_3);
-        store(shown, std::nullopt, QStringLiteral("X"));
         QVERIFY(shown.show());
         shown.press(Qt::Key(section), Qt::ControlModifier);
         if (QQuickItem *map = shown.item(QStringLiteral("map"))) {
@@ -135,32 +182,25 @@ private Q_SLOTS:
         QTRY_VERIFY(opener());
         shown.click(opener());
         // The page may still be on its way in.
-        QTRY_VERIFY(shown.item(QStringLiteral("detailMap")));
+        QTRY_VERIFY(shown.isOpen());
         QTest::mouseClick(&shown.window(), Qt::BackButton, Qt::NoModifier,
                           shown.item(under)->mapToScene(place).toPoint());
-        QTRY_VERIFY(!shown.item(QStringLiteral("detailMap")));
+        QTRY_VERIFY(!shown.isOpen());
         QVERIFY(opener());
         QVERIFY(opener()->isEnabled());
     }
 
     void dragOnTheListOpensNothing()
     {
-        ShownWindow shown;
-        store(shown, std::nullopt, QStringLiteral("X"));
+        Scene shown;
         QVERIFY(shown.show());
-        const QPoint from = shown.item(QStringLiteral("row 0"))->mapToScene({200, 20}).toPoint();
-        QTest::mousePress(&shown.window(), Qt::LeftButton, Qt::NoModifier, from);
-        for (int step = 1; step <= 10; ++step)
-            QTest::mouseMove(&shown.window(), from + QPoint(0, 8 * step));
-        QTest::mouseRelease(&shown.window(), Qt::LeftButton, Qt::NoModifier, from + QPoint(0, 80));
-        shown.settle();
-        QVERIFY(!shown.item(QStringLiteral("detailMap")));
+        shown.drag(shown.item(QStringLiteral("row 0"))->mapToScene({200, 20}).toPoint(), {0, 80});
+        QVERIFY(!shown.isOpen());
     }
 
     void keysInAListWithoutRowsAreHarmless()
     {
-        ShownWindow shown;
-        store(shown, std::nullopt, QStringLiteral("X"));
+        Scene shown;
         QVERIFY(shown.show());
         shown.press(Qt::Key_F, Qt::ControlModifier);
         shown.type(QStringLiteral("zzz"));
@@ -168,93 +208,66 @@ private Q_SLOTS:
         for (const Qt::Key key : {Qt::Key_Return, Qt::Key_Down, Qt::Key_Return})
             shown.press(key);
         shown.pass(60s);
-        QVERIFY(!shown.item(QStringLiteral("detailMap")));
+        QVERIFY(!shown.isOpen());
     }
 
     void intensityHasItsRowWhereOneWasReported()
     {
-        ShownWindow shown;
-        store(shown, QStringLiteral("IV"), QStringLiteral("X"));
-        QVERIFY(shown.show());
-        shown.click(shown.item(QStringLiteral("row 0")));
-        QTRY_VERIFY(shown.named(QStringLiteral("Maximum intensity")));
+        Scene shown(QStringLiteral("X"), QStringLiteral("IV"));
+        QVERIFY(shown.open());
+        QVERIFY(shown.named(QStringLiteral("Maximum intensity")));
         QVERIFY(shown.named(QStringLiteral("IV")));
     }
 
     void dragInTheMapLeavesThePage()
     {
-        ShownWindow shown;
-        store(shown, std::nullopt, QStringLiteral("X"));
-        QVERIFY(shown.show({480, 480}));
-        shown.click(shown.item(QStringLiteral("row 0")));
-        QTRY_VERIFY(shown.item(QStringLiteral("detailMap")));
-        QQuickItem *map = shown.item(QStringLiteral("detailMap"));
-        auto *controller = map->property("controller").value<MapController *>();
-        const QPointF center = controller->camera().center();
-        const double y = map->mapToScene({0, 0}).y();
-        const QPoint from = map->mapToScene({200, 200}).toPoint();
-        QTest::mousePress(&shown.window(), Qt::LeftButton, Qt::NoModifier, from);
-        for (int step = 1; step <= 10; ++step)
-            QTest::mouseMove(&shown.window(), from - QPoint(0, 8 * step));
-        QTest::mouseRelease(&shown.window(), Qt::LeftButton, Qt::NoModifier, from - QPoint(0, 80));
-        shown.settle();
-        QVERIFY(controller->camera().center() != center);
-        QCOMPARE(map->mapToScene({0, 0}).y(), y);
+        Scene shown;
+        QVERIFY(shown.open());
+        const QPointF center = shown.camera().center();
+        const double y = shown.top();
+        shown.drag(shown.map()->mapToScene({200, 200}).toPoint(), {0, -80});
+        QVERIFY(shown.camera().center() != center);
+        QCOMPARE(shown.top(), y);
     }
 
     void wheelOverTheMapMovesThePage()
     {
-        ShownWindow shown;
-        store(shown, std::nullopt, QStringLiteral("X"));
-        QVERIFY(shown.show({480, 480}));
-        shown.click(shown.item(QStringLiteral("row 0")));
-        QTRY_VERIFY(shown.item(QStringLiteral("detailMap")));
-        QQuickItem *map = shown.item(QStringLiteral("detailMap"));
-        auto *controller = map->property("controller").value<MapController *>();
-        const double scale = controller->camera().scale();
-        const double y = map->mapToScene({0, 0}).y();
+        Scene shown;
+        QVERIFY(shown.open());
+        const double scale = shown.camera().scale();
+        const double y = shown.top();
 
-        turnWheel(shown, map, Qt::NoModifier);
-        QCOMPARE(controller->camera().scale(), scale);
-        QVERIFY(map->mapToScene({0, 0}).y() < y);
+        shown.turnWheelOverMap(Qt::NoModifier);
+        QCOMPARE(shown.camera().scale(), scale);
+        QVERIFY(shown.top() < y);
 
-        QQuickItem *page = map;
+        QQuickItem *page = shown.map();
         while (page && !page->inherits("QQuickFlickable"))
             page = page->parentItem();
         QVERIFY(page);
         QTRY_VERIFY(!page->property("moving").toBool());
-        const double scrolled = map->mapToScene({0, 0}).y();
-        turnWheel(shown, map, Qt::ControlModifier);
-        QTRY_VERIFY(controller->camera().scale() != scale);
-        QCOMPARE(map->mapToScene({0, 0}).y(), scrolled);
+        const double scrolled = shown.top();
+        shown.turnWheelOverMap(Qt::ControlModifier);
+        QTRY_VERIFY(shown.camera().scale() != scale);
+        QCOMPARE(shown.top(), scrolled);
     }
 
     void wheelMovesTheMapThatWasClickedInto()
     {
-        ShownWindow shown;
-        store(shown, std::nullopt, QStringLiteral("X"));
-        QVERIFY(shown.show({480, 480}));
-        shown.click(shown.item(QStringLiteral("row 0")));
-        QTRY_VERIFY(shown.item(QStringLiteral("detailMap")));
-        QTRY_VERIFY(isAtRest(shown));
-        QQuickItem *map = shown.item(QStringLiteral("detailMap"));
-        auto *controller = map->property("controller").value<MapController *>();
-        const double scale = controller->camera().scale();
-        const double y = map->mapToScene({0, 0}).y();
-        shown.click(map);
-        turnWheel(shown, map, Qt::NoModifier);
-        QTRY_VERIFY(controller->camera().scale() < scale);
-        QCOMPARE(map->mapToScene({0, 0}).y(), y);
+        Scene shown;
+        QVERIFY(shown.open());
+        const double scale = shown.camera().scale();
+        const double y = shown.top();
+        shown.click(shown.map());
+        shown.turnWheelOverMap(Qt::NoModifier);
+        QTRY_VERIFY(shown.camera().scale() < scale);
+        QCOMPARE(shown.top(), y);
     }
 
     void valuesAreCopiedByTheKeyboardAndByThePointer()
     {
-        ShownWindow shown;
-        store(shown, std::nullopt, QStringLiteral("<b>W</b> FRONTERA"));
-        QVERIFY(shown.show({480, 480}));
-        shown.click(shown.item(QStringLiteral("row 0")));
-        QTRY_VERIFY(shown.item(QStringLiteral("detailMap")));
-        QTRY_VERIFY(isAtRest(shown));
+        Scene shown(QStringLiteral("<b>W</b> FRONTERA"));
+        QVERIFY(shown.open());
         QQuickItem *place = shown.items(QStringLiteral("value")).constLast();
         QVERIFY(place->mapToScene({0, 0}).y() > 480);
         for (int tabs = 0; tabs < 12 && !place->hasActiveFocus(); ++tabs)
@@ -266,42 +279,16 @@ private Q_SLOTS:
         shown.press(Qt::Key_C, Qt::ControlModifier);
         QCOMPARE(QGuiApplication::clipboard()->text(), QStringLiteral("<b>W</b> FRONTERA"));
 
-        const QPoint from = shown.items(QStringLiteral("value")).at(1)->mapToScene({0, 10}).toPoint();
-        QTest::mousePress(&shown.window(), Qt::LeftButton, Qt::NoModifier, from);
-        for (int step = 1; step <= 10; ++step)
-            QTest::mouseMove(&shown.window(), from + QPoint(30, 1) * step);
-        QTest::mouseRelease(&shown.window(), Qt::LeftButton, Qt::NoModifier, from + QPoint(300, 10));
+        shown.drag(shown.items(QStringLiteral("value")).at(1)->mapToScene({0, 10}).toPoint(), {300, 10});
         shown.press(Qt::Key_C, Qt::ControlModifier);
         QCOMPARE(QGuiApplication::clipboard()->text(), QStringLiteral("27.7000°, -18.0000°"));
     }
 
 private:
-    /// No page is on its way in or out.
-    static bool isAtRest(const ShownWindow &shown)
-    {
-        return !shown.itemsOf("QQuickStackView").constFirst()->property("busy").toBool();
-    }
-
     static void complete(EarthquakeDetailScreen &screen, const Earthquake &earthquake)
     {
         screen.setProperty("event", QVariant::fromValue(EarthquakeReference{earthquake}));
         screen.componentComplete();
-    }
-
-    static void store(ShownWindow &shown, const std::optional<QString> &intensity, const QString &location)
-    {
-        shown.container.mainContext().insert(Earthquake(QStringLiteral("e1"), shown.world.clock.now() - 1h, 27.7, -18.0,
-                                                        12.0, 3.1, QStringLiteral("mbLg"), intensity, location));
-        shown.container.mainContext().save();
-    }
-
-    static void turnWheel(ShownWindow &shown, QQuickItem *item, Qt::KeyboardModifiers modifiers)
-    {
-        const QPointF place = item->mapToScene({200, 100});
-        QWheelEvent event(place, shown.window().mapToGlobal(place), {}, {0, -120}, Qt::NoButton, modifiers,
-                          Qt::NoScrollPhase, false);
-        QCoreApplication::sendEvent(&shown.window(), &event);
-        shown.settle();
     }
 };
 
