@@ -2,6 +2,7 @@
 #include "Core/Location/LocationManager.h"
 #include "Core/Notifications/NotificationSettings.h"
 #include "Support/ShownWindow.h"
+#include "iOS/Ajustes/SettingsScreen.h"
 
 #include <QAccessible>
 #include <QTest>
@@ -108,6 +109,10 @@ private Q_SLOTS:
         QVERIFY(!scene.shows("Minimum threshold"));
         QVERIFY(!scene.shows("You will receive a notification for earthquakes of magnitude 4.0 – 5.9 or higher."));
         QCOMPARE(faultsOfItems(scene.window()), QStringList());
+
+        QObject *const screen = scene.window().findChild<SettingsScreen *>();
+        QCOMPARE(screen->property("showInfo"), QVariant(false));
+        QVERIFY(screen->setProperty("showInfo", true));
     }
 
     void notificationWarning_data()

@@ -30,6 +30,8 @@ class SettingsScreen : public QObject
     Q_PROPERTY(PickerModel *intervals READ intervals CONSTANT)
     Q_PROPERTY(int intervalRow READ intervalRow WRITE setIntervalRow NOTIFY changed)
     Q_PROPERTY(QString intervalFooter READ intervalFooter NOTIFY changed)
+    /// Kept for an information sheet of this screen; nothing shows one yet.
+    Q_PROPERTY(bool showInfo MEMBER m_showInfo NOTIFY showInfoChanged)
 
 public:
     explicit SettingsScreen(QObject *parent = nullptr);
@@ -70,6 +72,7 @@ public:
 Q_SIGNALS:
     /// Something of the above may have changed.
     void changed();
+    void showInfoChanged();
 
 private:
     void refreshSystemAuthStatus();
@@ -81,6 +84,7 @@ private:
     NotificationAuthorizationStatus m_systemAuthStatus = NotificationAuthorizationStatus::notDetermined;
     /// The master switch when it was last looked at.
     bool m_wasEnabled;
+    bool m_showInfo = false;
     PickerModel m_categories;
     PickerModel m_radii;
     PickerModel m_intervals;
