@@ -118,6 +118,7 @@ public:
 
     ColorScheme colorScheme() const override { return m_colorScheme; }
     bool reducedMotion() const override { return m_reducedMotion; }
+    bool hasMenuBar() const override { return m_hasMenuBar; }
 
     void setColorScheme(ColorScheme value)
     {
@@ -131,9 +132,16 @@ public:
         Q_EMIT changed();
     }
 
+    void setMenuBar(bool value)
+    {
+        m_hasMenuBar = value;
+        Q_EMIT changed();
+    }
+
 private:
     ColorScheme m_colorScheme = ColorScheme::light;
     bool m_reducedMotion = false;
+    bool m_hasMenuBar = false;
 };
 
 /// An activity that runs when a test says so.

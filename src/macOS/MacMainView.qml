@@ -52,6 +52,20 @@ T.ApplicationWindow {
         y: parent === content ? Theme.toolbarHeight - Theme.s : parent.height + Theme.xs
         onAboutRequested: about.open()
     }
+    Loader {
+        id: menuBar
+
+        active: DesktopScheme.hasMenuBar
+        source: "DesktopMenuBar.qml"
+    }
+    Connections {
+        target: menuBar.item
+        ignoreUnknownSignals: true
+
+        function onAboutRequested(): void {
+            about.open()
+        }
+    }
     Shortcut {
         sequence: "F10"
         onActivated: mainMenu.open()

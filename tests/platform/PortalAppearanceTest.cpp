@@ -124,6 +124,24 @@ private Q_SLOTS:
         QVERIFY(appearance.colorScheme() == Appearance::ColorScheme::dark);
     }
 
+    void aRegistrarOfMenusMeansAMenuBar_data()
+    {
+        QTest::addColumn<QString>("service");
+        QTest::addColumn<bool>("hasMenuBar");
+        QTest::newRow("registrar") << QStringLiteral("com.canonical.AppMenu.Registrar") << true;
+        QTest::newRow("another service") << QStringLiteral("com.canonical.AppMenu") << false;
+    }
+
+    void aRegistrarOfMenusMeansAMenuBar()
+    {
+        QFETCH(QString, service);
+        m_bus->connection(QStringLiteral("desktop")).registerService(service);
+        PortalAppearance appearance(programBus());
+        QVERIFY(!appearance.hasMenuBar());
+        PrivateBus::goRound(QStringLiteral("program"));
+        QTEST(appearance.hasMenuBar(), "hasMenuBar");
+    }
+
     void withoutAPortalThePaletteDecides()
     {
         PortalAppearance appearance(QDBusConnection(QStringLiteral("no such bus")));

@@ -2,7 +2,7 @@
 #pragma once
 #include <QObject>
 
-/// How the desktop wants its programs to look. Both answers may change at any time, and changed() then tells.
+/// How the desktop wants its programs to look. Every answer may change at any time, and changed() then tells.
 class Appearance : public QObject
 {
     Q_OBJECT
@@ -16,8 +16,10 @@ public:
     virtual ColorScheme colorScheme() const = 0;
     /// Whether the user asked for less motion. False where the desktop says nothing about it.
     virtual bool reducedMotion() const = 0;
+    /// Whether the desktop shows the menus of windows in a bar of its own. False until it has said so.
+    virtual bool hasMenuBar() const = 0;
 
 Q_SIGNALS:
-    /// Either answer is another one now.
+    /// One of the answers is another one now.
     void changed();
 };

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "Platform/Appearance/PortalAppearance.h"
 
+#include "Platform/Support/DBusCall.h"
+
 #include <QDBusArgument>
 #include <QDBusMessage>
 #include <QDBusMetaType>
@@ -36,6 +38,22 @@ PortalAppearance::PortalAppearance(const QDBusConnection &bus, QObject *parent)
     auto *watcher = new QDBusServiceWatcher(portalService, m_bus, QDBusServiceWatcher::WatchForRegistration, this);
     connect(watcher, &QDBusServiceWatcher::serviceRegistered, this, &PortalAppearance::askAgain);
     askAgain();
+    askForMenuBar();
+}
+
+void PortalAppearance::askForMenuBar()
+{
+    const QString bus = QStringLiteral("org.freedesktop.DBus");
+    QDBusMessage call = QDBusMessage::createMethodCall(bus, QStringLiteral("/org/freedesktop/DBus"), bus,
+                                                       QStringLiteral("NameHasOwner"));
+    call << QStringLiteral("com.canonical.AppMenu.Registrar");
+    // Once: Qt itself looks for the registrar only when the first menu bar is made.
+    callAsync(m_bus, call, this, [this](const QDBusPendingCallWatcher &answer) {
+        const QDBusPendingReply<bool> reply = answer;
+        m_hasMenuBar = !reply.isError() && reply.value();
+        if (m_hasMenuBar)
+            Q_EMIT changed();
+    });
 }
 
 void PortalAppearance::askAgain()

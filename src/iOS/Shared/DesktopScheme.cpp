@@ -16,5 +16,6 @@ void DesktopScheme::update()
     const Appearance &appearance = Platform::current().appearance;
     m_dark = appearance.colorScheme() == Appearance::ColorScheme::dark;
     m_reducedMotion = appearance.reducedMotion();
+    m_hasMenuBar = appearance.hasMenuBar();
     Q_EMIT changed();
 }

@@ -11,6 +11,7 @@ class DesktopScheme : public QObject
     QML_SINGLETON
     Q_PROPERTY(bool dark READ isDark NOTIFY changed)
     Q_PROPERTY(bool reducedMotion READ reducedMotion NOTIFY changed)
+    Q_PROPERTY(bool hasMenuBar READ hasMenuBar NOTIFY changed)
 
 public:
     /// Reads the platform in force, and follows it.
@@ -18,6 +19,7 @@ public:
 
     bool isDark() const { return m_dark; }
     bool reducedMotion() const { return m_reducedMotion; }
+    bool hasMenuBar() const { return m_hasMenuBar; }
 
 Q_SIGNALS:
     void changed();
@@ -27,4 +29,5 @@ private:
 
     bool m_dark = false;
     bool m_reducedMotion = false;
+    bool m_hasMenuBar = false;
 };
