@@ -211,7 +211,7 @@ int turns(std::chrono::seconds length)
 /// beginning and ending to count takes is in both figures.
 double wakeUps()
 {
-    return (turns(8s) - turns(2s)) * 10;
+    return std::max(0, turns(8s) - turns(2s)) * 10;
 }
 
 void rest(Budgets &budgets)

@@ -150,9 +150,9 @@ def words(path, text):
     return [f"'{match.group()}': {why}" for pattern, why in WORDS for match in re.finditer(pattern, text)]
 
 
-# The templates of controls, imported as T, show no text by themselves.
+# The templates of controls, imported as T, show no text by themselves; the menus imported as Desktop are the desktop's.
 RAW_CONTROL = re.compile(
-    r"^[^/\n\"]*?\b(?<!\bT\.)(Text|TextEdit|TextInput|TextField|TextArea|Label|ToolTip|Button|ToolButton|RoundButton|TabButton"
+    r"^[^/\n\"]*?\b(?<!\bT\.)(?<!\bDesktop\.)(Text|TextEdit|TextInput|TextField|TextArea|Label|ToolTip|Button|ToolButton|RoundButton|TabButton"
     r"|ItemDelegate|CheckBox|RadioButton|Switch|MenuItem|GroupBox|ComboBox|SpinBox|Slider|Dialog)\s*\{", re.MULTILINE)
 
 

@@ -53,6 +53,7 @@ CASES = [
     ("qml", "src/iOS/Mapa/A.qml", "    contentItem: Text {\n", 1),
     ("qml", "src/iOS/Mapa/A.qml", "    Controls.Button{ }\n", 1),
     ("qml", "src/iOS/Mapa/A.qml", "    T.ItemDelegate { }\n", 0),
+    ("qml", "src/macOS/A.qml", "    Desktop.MenuItem { }\n    component Entry: Desktop.MenuItem {\n", 0),
     ("qml", "src/iOS/Mapa/A.qml", 'color: "#fff"\nborder.color: Qt.rgba(0, 0, 0, 1)\n', 2),
     ("qml", "src/iOS/Shared/A.qml", 'Text { color: "#fff" }\n', 0),
     ("futures", "src/A.cpp", "f.then([](int i) { return g(i, 1); }).onFailed([] {});\n", 0),
