@@ -61,19 +61,19 @@ private Q_SLOTS:
     }
 
     /// At 128 pixels for a degree; mark 0 in the middle.
-    void aMarkShowsWhileAQuarterOfItIsFree_data()
+    void aMarkShowsWhileATenthOfItIsFree_data()
     {
         QTest::addColumn<QList<QPointF>>("others");
         QTest::addColumn<bool>("lastShows");
         QTest::newRow("beside") << QList<QPointF>{{30, 0}} << true;
         QTest::newRow("half over it") << QList<QPointF>{{12, 0}} << true;
-        QTest::newRow("mostly over it") << QList<QPointF>{{4, 0}} << false;
+        QTest::newRow("mostly over it") << QList<QPointF>{{4, 0}} << true;
+        QTest::newRow("all but over it") << QList<QPointF>{{1, 0}} << false;
         QTest::newRow("at its place") << QList<QPointF>{{0, 0}} << false;
-        QTest::newRow("half over it from both sides") << QList<QPointF>{{-24, 0}, {-12, 0}} << false;
-        QTest::newRow("over it one that itself is hidden") << QList<QPointF>{{4, 0}, {12, 0}} << true;
+        QTest::newRow("mostly over it from both sides") << QList<QPointF>{{-12, 0}, {-6, 0}} << false;
     }
 
-    void aMarkShowsWhileAQuarterOfItIsFree()
+    void aMarkShowsWhileATenthOfItIsFree()
     {
         QFETCH(QList<QPointF>, others);
         std::vector<QPointF> world{{-16, -30}};
@@ -87,7 +87,7 @@ private Q_SLOTS:
         QTEST(small.back() <= MarkerThinning::levelOf(64), "lastShows");
     }
 
-    /// Of a raster of eighths of a disc, one cannot ask for a quarter to the point.
+    /// Of a raster of eighths of a disc, one cannot ask for a tenth to the point.
     void whatIsLeftOutIsHiddenAndWhatShowsIsSeen()
     {
         QRandomGenerator random(7);
@@ -104,7 +104,7 @@ private Q_SLOTS:
                 const double free = freeShare(world, levels, mark, level, scale);
                 const QByteArray what = "mark " + QByteArray::number(int(mark)) + " at level "
                     + QByteArray::number(level) + ": " + QByteArray::number(free);
-                QVERIFY2(levels[mark] == level ? free > 0.12 : free < 0.4, what);
+                QVERIFY2(levels[mark] == level ? free > 0.02 : free < 0.25, what);
             }
         }
     }

@@ -163,7 +163,7 @@ private:
                 all += std::popcount(stamp[i]);
                 free += std::popcount(stamp[i] & ~*taken[i]);
             }
-            const bool shows = m_levels[mark] < level || 4 * free >= all;
+            const bool shows = m_levels[mark] < level || 10 * free >= all;
             if (!shows) {
                 ++m_waiting;
                 continue;

@@ -14,7 +14,7 @@ constexpr int never = deepestLevel + 1;
 
 /// The level of a scale, in pixels for a degree.
 int levelOf(double scale);
-/// For each mark the level from which it shows: the first at which a quarter of its disc, which measures `discPixels`,
+/// For each mark the level from which it shows: the first at which a tenth of its disc, which measures `discPixels`,
 /// looks out from under the lower numbers that show. The scales of a level show its discs a little further apart.
 /// Points that are not finite show never.
 std::vector<quint8> levels(const std::vector<QPointF> &world, double discPixels);
