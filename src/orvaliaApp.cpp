@@ -3,6 +3,7 @@
 
 #include "Core/Persistence/PersistenceController.h"
 #include "Platform/NotificationCenter/NotificationCenter.h"
+#include "macOS/MainWindows.h"
 
 #include <QGuiApplication>
 #include <QQmlComponent>
@@ -59,10 +60,7 @@ orvaliaApp::orvaliaApp(Root root)
     });
     openMainWindow();
     connect(qApp, &QGuiApplication::applicationStateChanged, this, tellActivation);
-    connect(&NotificationCenter::defaultCenter(), &NotificationCenter::posted, this, [this](const QString &name) {
-        if (name == NotificationName::openWindow)
-            openMainWindow();
-    });
+    connect(&MainWindows::shared(), &MainWindows::newWindowWanted, this, &orvaliaApp::openMainWindow);
 }
 
 orvaliaApp::~orvaliaApp() = default;

@@ -2,6 +2,7 @@
 #include "macOS/AppCommands.h"
 
 #include "Platform/NotificationCenter/NotificationCenter.h"
+#include "macOS/MainWindows.h"
 #include "macOS/NavigationState.h"
 
 void AppCommands::refresh() const
@@ -36,5 +37,5 @@ void AppCommands::openFilter() const
 
 void AppCommands::openWindow() const
 {
-    NotificationCenter::defaultCenter().post(NotificationName::openWindow);
+    Q_EMIT MainWindows::shared().newWindowWanted();
 }

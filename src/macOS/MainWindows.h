@@ -33,6 +33,8 @@ public:
 
 Q_SIGNALS:
     void changed();
+    /// The user wants another main window; the program opens it.
+    void newWindowWanted();
 
 private:
     MainWindows();

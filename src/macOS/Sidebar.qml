@@ -134,6 +134,7 @@ FocusScope {
         IconButton {
             anchors.verticalCenter: parent.verticalCenter
             x: Theme.m - Theme.xs
+            size: Theme.hitSizeSmall
             iconName: "gear"
             text: Texts.localized("sidebar.ajustes", "Ajustes")
             onClicked: root.settingsRequested()
@@ -141,6 +142,7 @@ FocusScope {
         IconButton {
             anchors.verticalCenter: parent.verticalCenter
             x: parent.width - width - Theme.m + Theme.xs
+            size: Theme.hitSizeSmall
             iconName: "info.circle"
             text: Texts.localized("sidebar.info", "Información")
             onClicked: root.infoRequested()

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "orvaliaApp.h"
 #include "Support/World.h"
+#include "macOS/AppCommands.h"
 
 #include <QGuiApplication>
 #include <QSignalSpy>
@@ -27,7 +28,7 @@ private Q_SLOTS:
     {
         World world;
         const orvaliaApp app;
-        world.notificationCenter.post(NotificationName::openWindow);
+        AppCommands().openWindow();
         QCOMPARE(shownWindows().size(), 2);
         const QPointer<QWindow> first = shownWindows().first();
         first->close();

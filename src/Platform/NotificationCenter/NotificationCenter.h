@@ -30,6 +30,5 @@ inline const QString focusSearch = QStringLiteral("focusSearch");
 inline const QString openFilter = QStringLiteral("openFilter");
 inline const QString openInfo = QStringLiteral("openInfo");
 inline const QString openSettings = QStringLiteral("openSettings");
-inline const QString openWindow = QStringLiteral("openWindow");
 inline const QString toggleSidebar = QStringLiteral("toggleSidebar");
 }
