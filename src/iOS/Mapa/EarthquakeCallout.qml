@@ -96,6 +96,7 @@ Item {
             Layout.fillWidth: true
             implicitHeight: Theme.calloutButtonHeight
             text: Texts.localized("callout.viewDetail", "Ver detalle")
+            textStyle: Theme.subheadline
             iconName: "arrow.right.circle.fill"
             categoryColor: MagnitudeScale.category(root.magnitude).color
             onClicked: root.viewDetail()

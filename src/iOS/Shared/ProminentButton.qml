@@ -10,6 +10,7 @@ PressableControl {
     property color categoryColor: "transparent"
     readonly property bool inCategory: categoryColor.a > 0
     property string iconName: ""
+    property alias textStyle: label.textStyle
     readonly property color foreground: inCategory ? Theme.textOnCategory : Theme.textOnAccent
 
     implicitHeight: Theme.buttonHeight
@@ -50,6 +51,8 @@ PressableControl {
                 visible: root.iconName.length > 0
             }
             PlainText {
+                id: label
+
                 anchors.verticalCenter: parent.verticalCenter
                 text: root.text
                 color: root.foreground
