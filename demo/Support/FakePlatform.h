@@ -155,6 +155,7 @@ public:
     void scheduleWithBlock(std::function<void(CompletionHandler)> value) override { block = std::move(value); }
     void invalidate() override { onInvalidate(); }
 
+    QString identifier;
     bool repeats = false;
     double interval = 0;
     double tolerance = 0;

@@ -22,8 +22,9 @@ World::World()
                 return service;
             },
         .makeBackgroundActivityScheduler =
-            [this](const QString &) {
+            [this](const QString &identifier) {
                 auto scheduler = std::make_unique<FakeBackgroundActivityScheduler>();
+                scheduler->identifier = identifier;
                 scheduler->onInvalidate = [this] { onInvalidate(); };
                 schedulers.push_back(scheduler.get());
                 return scheduler;

@@ -34,6 +34,7 @@ private Q_SLOTS:
         NotificationSettings::shared().setRefreshInterval(*RefreshInterval::fromRawValue(choice));
         MacBackgroundRefreshManager::applySettings();
         const FakeBackgroundActivityScheduler &scheduler = *world.schedulers.back();
+        QCOMPARE(scheduler.identifier, QStringLiteral("orvalia.bgrefresh"));
         QCOMPARE(scheduler.repeats, true);
         QTEST(scheduler.interval, "interval");
         QTEST(scheduler.tolerance, "tolerance");
@@ -59,11 +60,17 @@ private Q_SLOTS:
         QCOMPARE(world.schedulers.size(), 2U);
     }
 
-    void runIsReportedBeforeItsFirstByteAndStoresWhatItFinds()
+    void runIsReportedBeforeItsFirstByteAndStoresAndTellsWhatItFinds()
     {
         World world;
+        NotificationSettings::shared().setIsEnabled(true);
+        NotificationSettings::shared().setGlobalMagnitudeCategory(MagnitudeCategory::moderate);
         PageGenerator generator(7);
-        world.urlSession.enqueue(PageGenerator::page(generator.ordinary(12, world.clock.now())));
+        QList<ParsedEarthquake> rows = generator.ordinary(12, world.clock.now());
+        for (ParsedEarthquake &row : rows)
+            row.magnitude = 1;
+        rows.last().magnitude = 4;
+        world.urlSession.enqueue(PageGenerator::page(rows));
         ModelContext &screens = PersistenceController::shared().container().mainContext();
         MacBackgroundRefreshManager::scheduleRefresh(300);
         int reports = 0;
@@ -76,6 +83,8 @@ private Q_SLOTS:
         world.settle();
         QCOMPARE(world.urlSession.requests.size(), 1U);
         QCOMPARE(screens.fetchCount({}), 12);
+        QCOMPARE(world.userNotificationCenter.sent.size(), 1U);
+        QCOMPARE(world.userNotificationCenter.sent.front().identifier, rows.last().eventID);
     }
 
     void endInTheMiddleOfARunIsHarmless()
@@ -105,9 +114,17 @@ private Q_SLOTS:
         QCOMPARE(runs, 1);
         world.clock.advance(900s);
         QCOMPARE(runs, 4);
+        // What was missed while the machine was suspended is one run; then the rhythm is the usual one.
+        world.clock.suspend(8h);
+        QCOMPARE(runs, 5);
+        world.clock.advance(299s);
+        QCOMPARE(runs, 5);
+        world.clock.advance(1s);
+        QCOMPARE(runs, 6);
         scheduler.invalidate();
+        scheduler.scheduleWithBlock([&](const auto &) { ++runs; });
         world.clock.advance(3600s);
-        QCOMPARE(runs, 4);
+        QCOMPARE(runs, 6);
         QCOMPARE(world.clock.sleeping(), 0);
     }
 

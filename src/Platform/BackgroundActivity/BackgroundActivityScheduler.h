@@ -23,6 +23,6 @@ public:
     virtual void setQualityOfService(QualityOfService quality) = 0;
     /// Starts the activity: `block` is called at each due time, from the event loop and never inside this call.
     virtual void scheduleWithBlock(std::function<void(CompletionHandler)> block) = 0;
-    /// Ends the activity for good; `block` is not called again.
+    /// Ends the activity for good: `block` is not called again, and scheduleWithBlock() does nothing from now on.
     virtual void invalidate() = 0;
 };

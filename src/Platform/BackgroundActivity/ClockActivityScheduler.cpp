@@ -15,12 +15,15 @@ ClockActivityScheduler::~ClockActivityScheduler()
 
 void ClockActivityScheduler::scheduleWithBlock(std::function<void(CompletionHandler)> block)
 {
+    if (m_isEnded)
+        return;
     m_block = std::move(block);
     m_task = Task::start(m_clock, &m_owner, [this](Task &task) { sleepUntilDue(task); });
 }
 
 void ClockActivityScheduler::invalidate()
 {
+    m_isEnded = true;
     if (m_task)
         m_task->cancel();
     m_task = nullptr;

@@ -5,9 +5,9 @@
 
 #include <QObject>
 
-/// An activity on a desktop without a scheduler of its own: runs fall due at whole intervals of the program's clock,
-/// which counts on while the machine is suspended; what was missed meanwhile becomes one run. The deviation is that
-/// of the event loop, well within any tolerance.
+/// An activity on a desktop without a scheduler of its own: a run falls due one interval after the one before, by
+/// the program's clock, which counts on while the machine is suspended; what was missed meanwhile becomes one run. The
+/// deviation is that of the event loop, well within any tolerance.
 class ClockActivityScheduler : public BackgroundActivityScheduler
 {
 public:
@@ -30,6 +30,7 @@ private:
     double m_interval = 0;
     double m_tolerance = 0;
     QualityOfService m_quality = QualityOfService::utility;
+    bool m_isEnded = false;
     std::function<void(CompletionHandler)> m_block;
     QObject m_owner;
     Task::Handle m_task;
