@@ -3,8 +3,8 @@
 #include <QObject>
 #include <QtQmlIntegration>
 
-/// What the entries of the main menu do. It knows neither windows nor screens: it posts names and writes the shared
-/// selection.
+/// What the entries of the main menu do. It knows no screen: it posts names, which reach every main window, writes the
+/// selection that these share, and asks for a new one.
 class AppCommands : public QObject
 {
     Q_OBJECT
@@ -21,6 +21,6 @@ public:
     Q_INVOKABLE void navigate(const QString &id) const;
     Q_INVOKABLE void openInfo() const;
     Q_INVOKABLE void openFilter() const;
-    /// Wants another main window.
+    /// Asks for another main window; the program opens it.
     Q_INVOKABLE void openWindow() const;
 };
