@@ -3,6 +3,7 @@
 
 #include "Platform/Clock/Clock.h"
 #include "Platform/Support/Async.h"
+#include "Platform/Support/Follow.h"
 #include "Platform/Support/Platform.h"
 
 #include <QCoreApplication>
@@ -93,13 +94,8 @@ BaseMapItem::BaseMapItem(QQuickItem *parent)
 
 void BaseMapItem::setController(MapController *controller)
 {
-    if (m_controller == controller)
+    if (!follow(m_controller, controller, this, &MapController::cameraChanged, &BaseMapItem::cameraMoved))
         return;
-    if (m_controller)
-        m_controller->disconnect(this);
-    m_controller = controller;
-    if (m_controller)
-        connect(m_controller, &MapController::cameraChanged, this, &BaseMapItem::cameraMoved);
     pictureIsOutdated();
     Q_EMIT controllerChanged();
 }
@@ -115,13 +111,9 @@ void BaseMapItem::setDark(bool isDark)
 
 void BaseMapItem::setAnnotations(MapAnnotationSource *annotations)
 {
-    if (m_annotations == annotations)
+    if (!follow(m_annotations, annotations, this, &MapAnnotationSource::annotationsChanged,
+                &BaseMapItem::pictureIsOutdated))
         return;
-    if (m_annotations)
-        m_annotations->disconnect(this);
-    m_annotations = annotations;
-    if (m_annotations)
-        connect(m_annotations, &MapAnnotationSource::annotationsChanged, this, &BaseMapItem::pictureIsOutdated);
     pictureIsOutdated();
     Q_EMIT annotationsChanged();
 }

@@ -2,6 +2,7 @@
 #include "Platform/Map/MapGraticule.h"
 
 #include "Platform/Map/BaseMapStyle.h"
+#include "Platform/Support/Follow.h"
 #include "Platform/Text/Localization.h"
 #include "Platform/Text/NumberFormat.h"
 
@@ -9,13 +10,8 @@
 
 void MapGraticule::setController(MapController *controller)
 {
-    if (m_controller == controller)
+    if (!follow(m_controller, controller, this, &MapController::cameraChanged, &MapGraticule::update))
         return;
-    if (m_controller)
-        m_controller->disconnect(this);
-    m_controller = controller;
-    if (m_controller)
-        connect(m_controller, &MapController::cameraChanged, this, &MapGraticule::update);
     update();
     Q_EMIT controllerChanged();
 }

@@ -2,6 +2,7 @@
 #include "iOS/Shared/EarthquakeMarkerLayer.h"
 
 #include "Platform/Map/MarkerThinning.h"
+#include "Platform/Support/Follow.h"
 #include "iOS/Shared/MarkerNode.h"
 
 #include <QPainter>
@@ -45,28 +46,19 @@ EarthquakeMarkerLayer::~EarthquakeMarkerLayer() = default;
 
 void EarthquakeMarkerLayer::setController(MapController *controller)
 {
-    if (m_controller == controller)
+    if (!follow(m_controller, controller, this, &MapController::cameraChanged, &EarthquakeMarkerLayer::cameraMoved))
         return;
-    if (m_controller)
-        m_controller->disconnect(this);
-    m_controller = controller;
-    if (m_controller)
-        connect(m_controller, &MapController::cameraChanged, this, &EarthquakeMarkerLayer::cameraMoved);
     cameraMoved();
     Q_EMIT controllerChanged();
 }
 
 void EarthquakeMarkerLayer::setMarkers(EarthquakeMarkerSet *markers)
 {
-    if (m_markers == markers)
+    if (!follow(m_markers, markers, this, &EarthquakeMarkerSet::earthquakesChanged,
+                &EarthquakeMarkerLayer::earthquakesChanged))
         return;
     if (m_markers)
-        m_markers->disconnect(this);
-    m_markers = markers;
-    if (m_markers) {
-        connect(m_markers, &EarthquakeMarkerSet::earthquakesChanged, this, &EarthquakeMarkerLayer::earthquakesChanged);
         connect(m_markers, &EarthquakeMarkerSet::selectedChanged, this, &EarthquakeMarkerLayer::selectionChanged);
-    }
     earthquakesChanged();
     Q_EMIT markersChanged();
 }

@@ -2,6 +2,7 @@
 #include "iOS/Shared/Detail/EarthquakeDetailScreen.h"
 
 #include "Platform/Map/WebMercator.h"
+#include "Platform/Support/Follow.h"
 #include "Platform/Text/NumberFormat.h"
 
 namespace {
@@ -91,13 +92,8 @@ QPointF EarthquakeDetailScreen::place() const
 
 void EarthquakeDetailScreen::setController(MapController *controller)
 {
-    if (m_controller == controller)
+    if (!follow(m_controller, controller, this, &MapController::cameraChanged, &EarthquakeDetailScreen::placeChanged))
         return;
-    if (m_controller)
-        m_controller->disconnect(this);
-    m_controller = controller;
-    if (m_controller)
-        connect(m_controller, &MapController::cameraChanged, this, &EarthquakeDetailScreen::placeChanged);
     Q_EMIT controllerChanged();
     Q_EMIT placeChanged();
 }
