@@ -14,4 +14,4 @@ dpkg-deb --extract "$folder"/*.deb "$folder/contents"
 desktop-file-validate "$folder"/contents/usr/share/applications/*.desktop
 appstreamcli validate --no-net "$folder"/contents/usr/share/metainfo/*.xml
 # A session that lints as root is told so; that is no fault of the package.
-lintian --fail-on error --tag-display-limit 0 --allow-root "$folder"/*.deb
+lintian --fail-on error,warning --tag-display-limit 0 --allow-root "$folder"/*.deb
