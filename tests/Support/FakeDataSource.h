@@ -8,7 +8,8 @@
 #include <memory>
 #include <stdexcept>
 
-/// A catalogue that offers `rows`, or fails while `fails`. With `holdsAnswers` a fetch stays open until release().
+/// A catalogue that offers `rows`, or fails while `fails`. With `holdsAnswers` a fetch stays open until release(). With
+/// `throws` there is no fetch at all.
 class FakeDataSource : public EarthquakeDataSource
 {
 public:
@@ -17,9 +18,11 @@ public:
     QFuture<QList<ParsedEarthquake>> fetchEarthquakes() override
     {
         ++fetches;
-        m_open = std::make_shared<QPromise<QList<ParsedEarthquake>>>();
-        m_open->start();
-        const auto future = m_open->future();
+        if (throws)
+            throw std::runtime_error("the source throws");
+        open = std::make_shared<QPromise<QList<ParsedEarthquake>>>();
+        open->start();
+        const auto future = open->future();
         if (!holdsAnswers)
             release();
         return future;
@@ -28,7 +31,7 @@ public:
     /// Answers the open fetch.
     void release()
     {
-        const auto promise = std::exchange(m_open, nullptr);
+        const auto promise = std::exchange(open, nullptr);
         if (fails)
             promise->setException(std::make_exception_ptr(std::runtime_error("the source fails")));
         else
@@ -39,9 +42,9 @@ public:
     QList<ParsedEarthquake> rows;
     bool fails = false;
     bool holdsAnswers = false;
+    bool throws = false;
     /// How many fetches were begun.
     int fetches = 0;
-
-private:
-    std::shared_ptr<QPromise<QList<ParsedEarthquake>>> m_open;
+    /// The fetch that is open, for a test that lets it outlive this or drops it.
+    std::shared_ptr<QPromise<QList<ParsedEarthquake>>> open;
 };

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "Core/Persistence/ModelContainer.h"
 #include "RunningProgram.h"
+#include "Support/Table.h"
 
 #include <SQLiteCpp/SQLiteCpp.h>
 
@@ -19,41 +20,24 @@ class StoreFailureTest : public QObject
 private Q_SLOTS:
     void programSaysWhyAndLeavesTheFileAlone_data()
     {
-        QTest::addColumn<Prepare>("prepare");
-        QTest::newRow("a folder in its place") << +[](const QString &path) { QVERIFY(QDir().mkpath(path)); };
-        QTest::newRow("no database") << +[](const QString &path) { write(path, QByteArray(20'000, '?')); };
-        QTest::newRow("a database cut off in its header")
-            << +[](const QString &path) { write(path, QByteArrayLiteral("SQLite format 3")); };
-        QTest::newRow("of a newer version") << +[](const QString &path) {
-            makeFolder(path);
-            const ModelContainer made({.path = path});
+        const Table<Prepare> row;
+        row("of a newer version", [](const QString &path) {
             SQLite::Database(path.toStdString(), SQLite::OPEN_READWRITE).exec("PRAGMA user_version = 1000");
-        };
-        QTest::newRow("another program's") << +[](const QString &path) {
-            makeFolder(path);
-            SQLite::Database database(path.toStdString(), SQLite::OPEN_READWRITE | SQLite::OPEN_CREATE);
-            database.exec("CREATE TABLE recipes (title TEXT); PRAGMA user_version = 7");
-        };
-        QTest::newRow("on a medium that cannot be written") << +[](const QString &path) {
-            makeFolder(path);
-            {
-                const ModelContainer made({.path = path});
-            }
+        });
+        row("on a medium that cannot be written", [](const QString &path) {
             const QString folder = QFileInfo(path).path();
-            QCOMPARE(QProcess::execute(QStringLiteral("mount"), {QStringLiteral("--bind"), folder, folder}), 0);
-            QCOMPARE(QProcess::execute(QStringLiteral("mount"),
-                                       {QStringLiteral("-o"), QStringLiteral("remount,ro,bind"), folder}),
-                     0);
-        };
-        QTest::newRow("a folder that cannot be made")
-            << +[](const QString &path) { write(QFileInfo(path).path(), QByteArrayLiteral("a file")); };
+            mount({QStringLiteral("--bind"), folder, folder});
+            mount({QStringLiteral("-o"), QStringLiteral("remount,ro,bind"), folder});
+        });
     }
 
     void programSaysWhyAndLeavesTheFileAlone()
     {
-        QFETCH(Prepare, prepare);
+        const auto [prepare] = Table<Prepare>::current();
         QTemporaryDir home;
         const QString path = RunningProgram::storePath(home);
+        QVERIFY(QDir().mkpath(QFileInfo(path).path()));
+        std::make_unique<ModelContainer>(ModelContainer::Configuration{.path = path}).reset();
         prepare(path);
         if (QTest::currentTestFailed())
             return;
@@ -70,14 +54,9 @@ private Q_SLOTS:
     }
 
 private:
-    static void makeFolder(const QString &path) { QVERIFY(QDir().mkpath(QFileInfo(path).path())); }
-
-    static void write(const QString &path, const QByteArray &bytes)
+    static void mount(const QStringList &arguments)
     {
-        makeFolder(path);
-        QFile file(path);
-        QVERIFY(file.open(QFile::WriteOnly));
-        QCOMPARE(file.write(bytes), qint64(bytes.size()));
+        QCOMPARE(QProcess::execute(QStringLiteral("mount"), arguments), 0);
     }
 
     /// Every file and folder below `root`, with the files' bytes.

