@@ -174,7 +174,15 @@ def futures(path, text):
     return [f"{call}() with a context: use whenFinished()" for call in calls]
 
 
-RULES = {rule.__name__: rule for rule in (includes, first, imports, names, licence, words, qml, futures)}
+def bus(path, text):
+    """Nothing waits for an answer over the bus, which may be long in coming; the start alone does, before any window."""
+    if not path.startswith("src/") or path.endswith("/FirstInstance.cpp"):
+        return []
+    waits = re.findall(r"\.call\(|\bQDBusInterface\b|\bQDBusReply\b|[bB]us\.interface\(\)|\bwaitForFinished\(", text)
+    return [f"{wait} waits: use callAsync()" for wait in waits]
+
+
+RULES = {rule.__name__: rule for rule in (includes, first, imports, names, licence, words, qml, futures, bus)}
 
 
 def files():

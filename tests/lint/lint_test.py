@@ -61,6 +61,9 @@ CASES = [
     ("futures", "src/A.cpp", "f.then(this, [] {});\n", 1),
     ("futures", "src/A.cpp", "f.then([] {})\n    .onFailed(\n        owner.data, [] {});\n", 1),
     ("futures", "src/Platform/Support/Async.h", "f.then(owner, [] {});\n", 0),
+    ("bus", "src/Platform/Location/A.cpp", "callAsync(m_bus, question, this, done);\nm_bus.send(message);\n", 0),
+    ("bus", "src/Platform/Location/A.cpp", "m_bus.call(question);\nm_bus.interface()->isServiceRegistered(name);\n", 2),
+    ("bus", "src/Platform/Session/FirstInstance.cpp", "m_bus.call(question);\n", 0),
 ]
 
 

@@ -3,7 +3,33 @@
 
 #include "Platform/Support/DBusCall.h"
 
-#include <utility>
+#include <QDBusPendingReply>
+#include <QDBusServiceWatcher>
+#include <QDBusVariant>
+
+#include <cmath>
+#include <limits>
+
+namespace {
+const QString geoClue = QStringLiteral("org.freedesktop.GeoClue2");
+const QString managerPath = QStringLiteral("/org/freedesktop/GeoClue2/Manager");
+const QString managerInterface = QStringLiteral("org.freedesktop.GeoClue2.Manager");
+const QString clientInterface = QStringLiteral("org.freedesktop.GeoClue2.Client");
+const QString locationInterface = QStringLiteral("org.freedesktop.GeoClue2.Location");
+const QString locationUpdatedSignal = QStringLiteral("LocationUpdated");
+const QString propertiesInterface = QStringLiteral("org.freedesktop.DBus.Properties");
+
+/// A value of the protocol: better than a neighbourhood, and without satellites.
+constexpr uint streetLevel = 6;
+
+/// Not a number where there is none of this name.
+double number(const QVariantMap &properties, const QString &name)
+{
+    bool isNumber = false;
+    const double value = properties.value(name).toDouble(&isNumber);
+    return isNumber ? value : std::numeric_limits<double>::quiet_NaN();
+}
+}
 
 DesktopLocationService::DesktopLocationService(Permissions &permissions, const QDBusConnection &systemBus,
                                                const QString &desktopId, QObject *parent)
@@ -14,6 +40,8 @@ DesktopLocationService::DesktopLocationService(Permissions &permissions, const Q
 {
     connect(&permissions, &Permissions::answerChanged, this, &DesktopLocationService::answerChanged,
             Qt::QueuedConnection);
+    auto *watcher = new QDBusServiceWatcher(geoClue, m_systemBus, QDBusServiceWatcher::WatchForUnregistration, this);
+    connect(watcher, &QDBusServiceWatcher::serviceUnregistered, this, [this] { m_client.clear(); });
     QMetaObject::invokeMethod(this, &DesktopLocationService::authorizationChanged, Qt::QueuedConnection);
 }
 
@@ -42,60 +70,83 @@ void DesktopLocationService::answerChanged(Permissions::Subject subject)
 {
     if (subject != Permissions::Subject::location)
         return;
-    if (m_source && authorizationStatus() != LocationAuthorizationStatus::authorizedAlways) {
-        m_source->stopUpdates();
-        // Started again before the service has answered to the stop, the one of Qt 6.4 would crash.
-        delete std::exchange(m_source, nullptr);
-    }
+    if (!isAuthorized())
+        end();
     Q_EMIT authorizationChanged();
 }
 
 void DesktopLocationService::startUpdatingLocation()
 {
-    if (m_source || m_isLooking)
+    if (m_isLooking || !m_client.isEmpty())
         return;
-    // Qt's plugin waits for the service's answers, which may be long in coming where the service hangs or has to be
-    // started. So the plugin is made only once the service has answered here.
     m_isLooking = true;
-    QDBusMessage get = QDBusMessage::createMethodCall(
-        QStringLiteral("org.freedesktop.GeoClue2"), QStringLiteral("/org/freedesktop/GeoClue2/Manager"),
-        QStringLiteral("org.freedesktop.DBus.Properties"), QStringLiteral("Get"));
-    get << QStringLiteral("org.freedesktop.GeoClue2.Manager") << QStringLiteral("AvailableAccuracyLevel");
-    callAsync(m_systemBus, get, this, [this](const auto &answer) {
+    const QDBusMessage getClient =
+        QDBusMessage::createMethodCall(geoClue, managerPath, managerInterface, QStringLiteral("GetClient"));
+    callAsync(m_systemBus, getClient, this, [this](const auto &answer) {
         m_isLooking = false;
-        if (!answer.isError() && authorizationStatus() == LocationAuthorizationStatus::authorizedAlways)
-            begin();
+        const QDBusPendingReply<QDBusObjectPath> client = answer;
+        if (client.isValid() && isAuthorized())
+            begin(client.reply().service(), client.value().path());
     });
 }
 
-void DesktopLocationService::begin()
+QDBusMessage DesktopLocationService::toClient(const QString &interface, const QString &method,
+                                              const QVariantList &arguments) const
 {
-    m_source = QGeoPositionInfoSource::createDefaultSource({{QStringLiteral("desktopId"), m_desktopId}}, this);
-    if (!m_source)
-        return;
-    m_source->setPreferredPositioningMethods(QGeoPositionInfoSource::NonSatellitePositioningMethods);
-    connect(m_source, &QGeoPositionInfoSource::positionUpdated, this, &DesktopLocationService::takePosition,
-            Qt::QueuedConnection);
-    connect(m_source, &QGeoPositionInfoSource::errorOccurred, this, &DesktopLocationService::takeError,
-            Qt::QueuedConnection);
-    m_source->startUpdates();
+    QDBusMessage message = QDBusMessage::createMethodCall(m_service, m_client, interface, method);
+    message.setArguments(arguments);
+    return message;
 }
 
-void DesktopLocationService::takePosition(const QGeoPositionInfo &position)
+void DesktopLocationService::set(const QString &property, const QVariant &value)
 {
-    const QGeoCoordinate place = position.coordinate();
-    if (!place.isValid() || authorizationStatus() != LocationAuthorizationStatus::authorizedAlways)
-        return;
-    if (m_delivered && m_delivered->distanceTo(place) < m_distanceFilterMeters)
-        return;
-    m_delivered = place;
-    Q_EMIT locationsUpdated({Coordinate{place.latitude(), place.longitude()}});
+    const QVariant carried = QVariant::fromValue(QDBusVariant(value));
+    m_systemBus.send(toClient(propertiesInterface, QStringLiteral("Set"), {clientInterface, property, carried}));
 }
 
-void DesktopLocationService::takeError(QGeoPositionInfoSource::Error error)
+void DesktopLocationService::begin(const QString &service, const QString &client)
 {
-    if (error != QGeoPositionInfoSource::AccessError)
+    m_service = service;
+    m_client = client;
+    set(QStringLiteral("DesktopId"), m_desktopId);
+    set(QStringLiteral("RequestedAccuracyLevel"), streetLevel);
+    set(QStringLiteral("DistanceThreshold"), uint(m_distanceFilterMeters));
+    m_systemBus.connect(m_service, m_client, clientInterface, locationUpdatedSignal, this,
+                        SLOT(locationUpdated(QDBusObjectPath, QDBusObjectPath)));
+    callAsync(m_systemBus, toClient(clientInterface, QStringLiteral("Start")), this, [this](const auto &answer) {
+        if (answer.error().type() != QDBusError::AccessDenied)
+            return;
+        m_isRefused = true;
+        Q_EMIT authorizationChanged();
+    });
+}
+
+void DesktopLocationService::end()
+{
+    if (m_client.isEmpty())
         return;
-    m_isRefused = true;
-    Q_EMIT authorizationChanged();
+    m_systemBus.disconnect(m_service, m_client, clientInterface, locationUpdatedSignal, this,
+                           SLOT(locationUpdated(QDBusObjectPath, QDBusObjectPath)));
+    m_systemBus.send(toClient(clientInterface, QStringLiteral("Stop")));
+    m_client.clear();
+}
+
+void DesktopLocationService::locationUpdated(const QDBusObjectPath &, const QDBusObjectPath &to)
+{
+    QDBusMessage getAll =
+        QDBusMessage::createMethodCall(m_service, to.path(), propertiesInterface, QStringLiteral("GetAll"));
+    getAll << locationInterface;
+    callAsync(m_systemBus, getAll, this, [this](const auto &answer) {
+        const QDBusPendingReply<QVariantMap> location = answer;
+        if (location.isValid() && isAuthorized())
+            takePosition(location.value());
+    });
+}
+
+void DesktopLocationService::takePosition(const QVariantMap &location)
+{
+    const double latitude = number(location, QStringLiteral("Latitude"));
+    const double longitude = number(location, QStringLiteral("Longitude"));
+    if (std::abs(latitude) <= 90 && std::abs(longitude) <= 180)
+        Q_EMIT locationsUpdated({Coordinate{latitude, longitude}});
 }
