@@ -1,15 +1,12 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "Core/Persistence/ModelContext.h"
-#include "PageGenerator.h"
 #include "Support/ShownWindow.h"
-#include "Support/TestEarthquake.h"
 #include "iOS/Shared/EarthquakeSectionModel.h"
 #include "iOS/Ultimos/EarthquakeListScreen.h"
 
 #include <QAccessible>
 #include <QTest>
 
-#include <ranges>
+#include <algorithm>
 
 using namespace std::chrono_literals;
 
@@ -77,68 +74,6 @@ private Q_SLOTS:
         QCOMPARE(shown.world.urlSession.requests.size(), size_t(1));
         QVERIFY(shown.item(QStringLiteral("listEmpty")));
         QVERIFY(!shown.item(QStringLiteral("pageSubtitle")));
-    }
-
-    void pageOfTheLastDaysShowsWhatTheRulesLetThrough_data()
-    {
-        QTest::addColumn<QString>("choice");
-        QTest::addColumn<QString>("typed");
-        QTest::addColumn<QString>("name");
-        QTest::newRow("no filter") << QString() << QString() << QString();
-        QTest::newRow("a magnitude") << QStringLiteral("Micro") << QString() << QString();
-        QTest::newRow("a date") << QStringLiteral("Last 7 days") << QString() << QString();
-        QTest::newRow("a name without its accents")
-            << QString() << QStringLiteral("atlantico") << QStringLiteral("ATLÁNTICO");
-    }
-
-    /// The page as the institute would answer it now, some of it moved back to where the sections meet and beyond.
-    void pageOfTheLastDaysShowsWhatTheRulesLetThrough()
-    {
-        QFETCH(QString, choice);
-        QFETCH(QString, typed);
-        QFETCH(QString, name);
-        ShownWindow shown;
-        const Instant now = shown.world.clock.now();
-        PageGenerator generator(7);
-        QList<ParsedEarthquake> page = generator.swarm(45, now, 120h) + generator.ordinary(105, now);
-        const std::chrono::seconds ages[] = {86400s, 86401s, 604800s, 604801s, 2592000s, 2592001s, 40 * 24h};
-        for (size_t i = 0; i < std::size(ages); ++i)
-            page[qsizetype(i) * 20].date = now - ages[i];
-        shown.enqueuePage(page);
-        QVERIFY(shown.show());
-        if (!choice.isEmpty()) {
-            shown.click(shown.item(QStringLiteral("filterButton")));
-            shown.click(shown.named(choice));
-            shown.press(Qt::Key_Escape);
-        } else if (!typed.isEmpty()) {
-            shown.press(Qt::Key_F, Qt::ControlModifier);
-            shown.type(typed);
-            shown.pass(300ms);
-        }
-
-        const Instant then = shown.world.clock.now();
-        QStringList expected;
-        for (const ParsedEarthquake &event : page) {
-            const auto isSince = [&](std::chrono::seconds ago) { return event.date >= then - ago; };
-            const bool passes = (choice != u"Micro" || event.magnitude < 2)
-                && (choice != u"Last 7 days" || isSince(604800s)) && event.location.contains(name);
-            if (passes && isSince(2592000s))
-                expected.append(event.eventID
-                                + QLatin1String(isSince(86400s)        ? " 24h"
-                                                    : isSince(604800s) ? " 7d"
-                                                                       : " 30d"));
-        }
-        const auto *model = modelOf(shown);
-        QStringList rows;
-        for (int row = 0; row < model->rowCount(); ++row) {
-            rows.append(model->at(row).eventID() + u' '
-                        + model->index(row).data(EarthquakeSectionModel::sectionRole).toString());
-            QVERIFY(row == 0 || model->at(row - 1).date() >= model->at(row).date());
-        }
-        QVERIFY(!rows.isEmpty());
-        rows.sort();
-        expected.sort();
-        QCOMPARE(rows, expected);
     }
 
     void sectionsAndTheirTitles()
@@ -485,22 +420,6 @@ private Q_SLOTS:
         QCOMPARE(shown.world.urlSession.requests.size(), size_t(1));
     }
 
-    void hostilePlaceNameStaysPlainOnOneLine()
-    {
-        ShownWindow shown;
-        const QString name =
-            QStringLiteral("<b>W</b> \u202EADEJE\u200F\u2028<img src='http://127.0.0.1/x'>") + QString(4000, u'Ñ');
-        container(shown, name);
-        QVERIFY(shown.show());
-        QQuickItem *text = shown.item(QStringLiteral("location"));
-        QVERIFY(text->property("text").toString().startsWith(QStringLiteral("<b>W</b> ADEJE")));
-        QCOMPARE(text->property("textFormat").toInt(), int(Qt::PlainText));
-        QCOMPARE(text->property("lineCount").toInt(), 1);
-        QVERIFY(text->property("truncated").toBool());
-        QVERIFY(text->mapToScene(QPointF(text->width(), 0)).x() <= 1100);
-        QCOMPARE(faultsOfItems(shown.window()), QStringList());
-    }
-
     void everyItemIsPlainAndNamed()
     {
         ShownWindow shown;
@@ -561,13 +480,6 @@ private Q_SLOTS:
     }
 
 private:
-    static void container(ShownWindow &shown, const QString &location)
-    {
-        const qint64 second =
-            std::chrono::floor<std::chrono::seconds>(shown.world.clock.now()).time_since_epoch().count();
-        shown.container.mainContext().insert(testEarthquake(QStringLiteral("x"), second - 60, 2.5, location));
-        shown.container.mainContext().save();
-    }
     static EarthquakeSectionModel *modelOf(const ShownWindow &shown)
     {
         return shown.item(QStringLiteral("earthquakeList"))->property("model").value<EarthquakeSectionModel *>();

@@ -22,27 +22,6 @@ private Q_SLOTS:
         QCOMPARE(shown.window().title(), QStringLiteral("Terremotos"));
     }
 
-    void keysChangeTheSection_data()
-    {
-        QTest::addColumn<int>("key");
-        QTest::addColumn<QString>("title");
-        QTest::newRow("1") << int(Qt::Key_1) << QStringLiteral("Sismos");
-        QTest::newRow("2") << int(Qt::Key_2) << QStringLiteral("Histórico");
-        QTest::newRow("3") << int(Qt::Key_3) << QStringLiteral("Mapa");
-        QTest::newRow("4") << int(Qt::Key_4) << QStringLiteral("Estadísticas");
-    }
-
-    void keysChangeTheSection()
-    {
-        QFETCH(int, key);
-        ShownWindow shown;
-        QVERIFY(shown.show());
-        NavigationState::shared().clear();
-        shown.settle();
-        shown.press(Qt::Key(key), Qt::ControlModifier);
-        QTEST(title(shown), "title");
-    }
-
     void clickAndArrowsChangeTheSection()
     {
         ShownWindow shown;
