@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "DrawnView.h"
 #include "Platform/Map/MapController.h"
+#include "Support/AnimationClock.h"
 #include "Support/ShownWindow.h"
 #include "iOS/Shared/EarthquakeMarkerLayer.h"
 
@@ -9,6 +10,9 @@
 
 #include <algorithm>
 #include <cmath>
+#include <tuple>
+
+using namespace std::chrono_literals;
 
 namespace {
 bool isLike(const QColor &a, const QColor &b)
@@ -16,6 +20,15 @@ bool isLike(const QColor &a, const QColor &b)
     constexpr int tolerance = 6;
     return std::abs(a.red() - b.red()) <= tolerance && std::abs(a.green() - b.green()) <= tolerance
         && std::abs(a.blue() - b.blue()) <= tolerance;
+}
+
+/// To twentieths: what animations reach a millisecond sooner or later is the same.
+QString numbers(const QList<double> &values)
+{
+    QStringList texts;
+    for (const double value : values)
+        texts.append(QString::number(std::round(value * 20) / 20, 'f', 2));
+    return texts.join(u' ');
 }
 
 /// The map section of the main window over three events: 1, the newest, near Lanzarote, 2 at La Palma, 3 south of it.
@@ -58,6 +71,15 @@ public:
         });
     }
 
+    /// False where the scale does not come to this, about.
+    bool zoomsTo(double scale)
+    {
+        return QTest::qWaitFor([&] {
+            move(20ms);
+            return std::abs(layer()->controller()->camera().scale() / scale - 1) < 0.01;
+        });
+    }
+
     EarthquakeMarkerLayer *layer()
     {
         return static_cast<EarthquakeMarkerLayer *>(shown.item(QStringLiteral("markers")));
@@ -75,33 +97,30 @@ public:
     {
         QTest::mouseClick(&shown.window(), Qt::LeftButton, Qt::NoModifier, point);
         shown.settle();
-        comesToRest();
+        move(1s);
     }
 
-    /// Markers have grown or shrunk and the callout has come or gone. False when that does not happen.
-    bool comesToRest()
+    void press(Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier)
     {
-        const auto isAtRest = [](const QQuickItem *item) {
-            const bool isMarkerAtRest =
-                !item->property("discSize").isValid() || item->property("discSize") == item->property("markerSize");
-            const bool isCalloutAtRest =
-                !item->property("isDismissed").isValid() || (item->isEnabled() && item->property("progress") == 1);
-            return isMarkerAtRest && isCalloutAtRest;
-        };
-        return QTest::qWaitFor([&] {
-            const QList<QQuickItem *> items = shown.itemsOf("QQuickItem");
-            return std::all_of(items.begin(), items.end(), isAtRest);
-        });
+        shown.press(key, modifiers);
+        move(1s);
     }
 
+    /// Lets what moves go on for a while.
+    void move(std::chrono::milliseconds time)
+    {
+        animations.pass(time);
+        shown.settle();
+    }
+
+    bool hasCallout() { return shown.named(QStringLiteral("Ver detalle")) != nullptr; }
     QColor colorAt(const QPoint &point)
     {
         const QImage image = shown.window().grabWindow();
         return image.pixelColor(point * image.devicePixelRatio());
     }
 
-    bool hasCallout() { return shown.named(QStringLiteral("Ver detalle")) != nullptr; }
-
+    AnimationClock animations;
     ShownWindow shown;
 };
 }
@@ -187,7 +206,8 @@ private Q_SLOTS:
         QCOMPARE(map.layer()->markers()->selected()->eventID(), QStringLiteral("3"));
         QVERIFY(map.layer()->controller()->camera() == before);
         map.shown.click(map.shown.named(QStringLiteral("Cerrar")));
-        QTRY_VERIFY(!map.hasCallout());
+        map.move(1s);
+        QVERIFY(!map.hasCallout());
     }
 
     void theKeyboardWalksFromEventToEvent()
@@ -198,15 +218,15 @@ private Q_SLOTS:
         surface->forceActiveFocus(Qt::TabFocusReason);
         const auto spoken = [&] { return surface->property("name").toString(); };
         QCOMPARE(spoken(), QStringLiteral("Mapa"));
-        map.shown.press(Qt::Key_Left, Qt::AltModifier);
-        map.shown.press(Qt::Key_Left, Qt::AltModifier);
+        map.press(Qt::Key_Left, Qt::AltModifier);
+        map.press(Qt::Key_Left, Qt::AltModifier);
         QVERIFY2(spoken().startsWith(QStringLiteral("4.1, W FRONTERA.IHI, Nov 22, 2026, ")), qPrintable(spoken()));
-        map.shown.press(Qt::Key_Down, Qt::AltModifier);
+        map.press(Qt::Key_Down, Qt::AltModifier);
         QVERIFY2(spoken().startsWith(QStringLiteral("6.2")), qPrintable(spoken()));
-        map.shown.press(Qt::Key_Return);
+        map.press(Qt::Key_Return);
         QVERIFY(map.hasCallout());
-        map.shown.press(Qt::Key_Escape);
-        QTRY_VERIFY(!map.hasCallout());
+        map.press(Qt::Key_Escape);
+        QVERIFY(!map.hasCallout());
     }
 
     void gesturesMoveTheMap()
@@ -223,7 +243,7 @@ private Q_SLOTS:
         map.shown.settle();
         QVERIFY(map.layer()->controller()->camera().center().x() < before.center().x());
         QTest::mouseDClick(&map.shown.window(), Qt::LeftButton, Qt::NoModifier, from);
-        QTRY_VERIFY(map.layer()->controller()->camera().scale() > before.scale() * 1.9);
+        QVERIFY(map.zoomsTo(before.scale() * 2));
         QVERIFY(map.becomesSharp());
     }
 
@@ -234,9 +254,127 @@ private Q_SLOTS:
         map.click(map.at(28.6, -17.9));
         map.shown.named(QStringLiteral("Cerrar"))->forceActiveFocus(Qt::TabFocusReason);
         QVERIFY(!map.shown.item(QStringLiteral("map"))->hasActiveFocus());
-        map.shown.press(Qt::Key_Escape);
+        map.press(Qt::Key_Escape);
         QVERIFY(!map.layer()->markers()->selected());
         QVERIFY(map.shown.item(QStringLiteral("map"))->hasActiveFocus());
+    }
+
+    void buttonsZoomAboutTheMiddle()
+    {
+        MapSection map;
+        QVERIFY(map.open());
+        const MapCamera before = map.layer()->controller()->camera();
+        map.shown.click(map.shown.named(QStringLiteral("Acercar")));
+        QVERIFY(map.zoomsTo(before.scale() * 2));
+        map.shown.click(map.shown.named(QStringLiteral("Alejar")));
+        map.shown.click(map.shown.named(QStringLiteral("Alejar")));
+        QVERIFY(map.zoomsTo(before.scale() / 2));
+        QVERIFY(QLineF(map.layer()->controller()->camera().center(), before.center()).length() < 0.5);
+    }
+
+    void popoverFiltersTheMapAndStaysOpen()
+    {
+        MapSection map;
+        QVERIFY(map.open());
+        map.shown.click(map.shown.item(QStringLiteral("filterButton")));
+        const auto chosen = [&](const char *choice) {
+            map.shown.click(map.shown.named(QLatin1String(choice)));
+            map.move(1s);
+            const QString icon = map.shown.item(QStringLiteral("filterButton"))->property("iconName").toString();
+            return QStringLiteral("%1 %2%3")
+                .arg(map.layer()->markers()->earthquakes().size())
+                .arg(icon.section(u'.', 4))
+                .arg(map.shown.item(QStringLiteral("filterPopover")) ? QString() : QStringLiteral(" closed"));
+        };
+        QCOMPARE(chosen("Strong"), QStringLiteral("1 circle.fill"));
+        QCOMPARE(chosen("Last hour"), QStringLiteral("0 circle.fill"));
+        QCOMPARE(chosen("Reset Filters"), QStringLiteral("3 circle"));
+        QCOMPARE(chosen("Last 24h"), QStringLiteral("3 circle.fill"));
+        map.press(Qt::Key_Escape);
+        QVERIFY(!map.shown.item(QStringLiteral("filterPopover")));
+    }
+
+    void spinnerShowsWhileTheMapRefreshes()
+    {
+        MapSection map;
+        QVERIFY(map.open());
+        const auto spins = [&] { return map.shown.named(QStringLiteral("Cargando terremotos…")) != nullptr; };
+        QVERIFY(!spins());
+        map.press(Qt::Key_2, Qt::ControlModifier);
+        map.shown.world.urlSession.holdsAnswers = true;
+        map.press(Qt::Key_3, Qt::ControlModifier);
+        QVERIFY(spins());
+        map.shown.world.urlSession.release();
+        map.shown.settle();
+        QVERIFY(!spins());
+    }
+
+    /// Half of the growth is reached after 0.3425 of the time: at a half of the curve's own parameter.
+    void ringsGrowAndFadeOneAfterAnother()
+    {
+        MapSection map;
+        QVERIFY(map.open());
+        auto now = 0ms;
+        for (const auto &[ring, time, growth, opacity] : {std::tuple(1, 649ms, 1.0, 1.0),
+                                                          {0, 685ms, 2.1, 0.5},
+                                                          {2, 1299ms, 1.0, 1.0},
+                                                          {1, 1335ms, 2.1, 0.5},
+                                                          {2, 1985ms, 2.1, 0.5},
+                                                          {0, 1999ms, 3.2, 0.0},
+                                                          {0, 2685ms, 2.1, 0.5},
+                                                          {1, 3335ms, 2.1, 0.5},
+                                                          {2, 3985ms, 2.1, 0.5}}) {
+            map.move(time - now);
+            now = time;
+            const QQuickItem *circle = map.shown.items(QStringLiteral("ripple"))[ring]->childItems().first();
+            QCOMPARE(numbers({circle->property("diameter").toDouble() * circle->scale() / 28, circle->opacity()}),
+                     numbers({growth, opacity}));
+        }
+    }
+
+    /// The springs are at 0.86 of their way after 0.29375 of their time, at a half of the curve's own parameter.
+    void selectionSpringsAndTheCalloutSlides()
+    {
+        MapSection map;
+        QVERIFY(map.open());
+        const QPoint latest = map.at(29.4, -12.9);
+        const auto tap = [&] {
+            QTest::mouseClick(&map.shown.window(), Qt::LeftButton, Qt::NoModifier, latest);
+            map.shown.settle();
+        };
+        // How much of their way scale, disc, rings, text and shadow have gone.
+        const auto marker = [&](std::chrono::milliseconds time) {
+            map.move(time);
+            const QQuickItem *ring = map.shown.item(QStringLiteral("ripple"));
+            const QQuickItem *disc = map.shown.itemsOf("MarkerDisc").last();
+            return numbers({(ring->parentItem()->scale() - 1) / 0.2, (disc->property("diameter").toDouble() - 28) / 8,
+                            (ring->property("baseSize").toDouble() - 28) / 8,
+                            (disc->property("fontSize").toDouble() - 9) / 2,
+                            (disc->property("shadowRadius").toDouble() - 1) / 3});
+        };
+        // Opacity, and how much of the way from below the window is done.
+        const auto callout = [&](std::chrono::milliseconds time) {
+            map.move(time);
+            const QQuickItem *item = map.shown.named(QStringLiteral("W FRONTERA.IHI"));
+            return item ? numbers({item->opacity(), (item->parentItem()->height() - item->y()) / (item->height() + 16)})
+                        : QString();
+        };
+        QCOMPARE(marker(0ms), QStringLiteral("0.00 0.00 0.00 0.00 0.00"));
+        tap();
+        QVERIFY(marker(59ms).startsWith(QStringLiteral("0.85")));
+        QCOMPARE(callout(14ms), QStringLiteral("0.85 0.85"));
+        QVERIFY(marker(0ms).endsWith(QStringLiteral("0.85 0.85 0.85 0.85")));
+        QCOMPARE(marker(200ms), QStringLiteral("1.00 1.00 1.00 1.00 1.00"));
+        QCOMPARE(callout(0ms), QStringLiteral("1.00 1.00"));
+        tap();
+        QCOMPARE(callout(73ms), QStringLiteral("0.15 0.15"));
+        QCOMPARE(marker(200ms), QStringLiteral("0.00 0.00 0.00 0.00 0.00"));
+        QCOMPARE(callout(0ms), QString());
+        tap();
+        map.move(1s);
+        map.shown.click(map.shown.named(QStringLiteral("Cerrar")));
+        QCOMPARE(callout(175ms), QStringLiteral("0.50 0.50"));
+        QCOMPARE(callout(200ms), QString());
     }
 
     /// Endless motion that nobody sees would cost as much as if somebody did.

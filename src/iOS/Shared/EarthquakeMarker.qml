@@ -46,7 +46,7 @@ Item {
 
             objectName: "ripple"
             delay: modelData
-            baseSize: root.markerSize
+            baseSize: root.discSize
         }
     }
     MarkerDisc {
@@ -54,7 +54,7 @@ Item {
         magnitude: root.magnitude
         diameter: root.discSize
         fontSize: 9 + (root.discSize - 28) / 4
-        shadowRadius: root.isGrown ? 4 : 1
+        shadowRadius: 1 + (root.discSize - 28) * 3 / 8
         edge: Theme.categoryEdge
     }
     Rectangle {
