@@ -429,7 +429,9 @@ private Q_SLOTS:
         QVERIFY(isTurning());
         m_view->hide();
         QVERIFY(!isTurning());
-        m_view->show();
+        m_view->showMinimized();
+        QVERIFY(!isTurning());
+        m_view->showNormal();
         QTRY_VERIFY(isTurning());
         m_world->appearance.setReducedMotion(true);
         QVERIFY(!isTurning());

@@ -3,14 +3,16 @@
 #include "Platform/Map/MapController.h"
 #include "Support/World.h"
 #include "iOS/Shared/EarthquakeMarkerLayer.h"
+#include "iOS/Shared/MarkerDisc.h"
+#include "iOS/Shared/RippleCircle.h"
 
 #include <QAbstractItemModelTester>
-#include <QQmlComponent>
-#include <QQmlEngine>
+#include <QPainter>
 #include <QQuickWindow>
 #include <QSignalSpy>
 #include <QTest>
 
+#include <algorithm>
 #include <cmath>
 
 namespace {
@@ -104,6 +106,61 @@ private Q_SLOTS:
         QVERIFY(isLike(map.colorAt({200, 309}), MagnitudeCategory(MagnitudeCategory::strong).color()));
         QVERIFY(isLike(map.colorAt({100, 82}), Qt::white));
         QVERIFY(isLike(map.colorAt({500, 291}), Qt::white));
+    }
+
+    /// One that was selected goes back among the others: nothing must jump.
+    void aMarkerLooksTheSameAsAnItem()
+    {
+        Map map;
+        MarkerDisc item(map.window.contentItem());
+        item.setMagnitude(4.5);
+        item.setDiameter(28);
+        item.setFontSize(9);
+        item.setShadowRadius(1);
+        item.setPosition({384, 84});
+        map.set.setEarthquakes({map.at({500, 300}, 1), map.at({100, 100}, 4.5)});
+        const QImage seen = map.window.grabWindow();
+        QCOMPARE(seen.copy(84, 84, 32, 32), seen.copy(384, 84, 32, 32));
+    }
+
+    void aFadedLayerLetsTheGroundThrough()
+    {
+        Map map;
+        map.layer.setOpacity(0.5);
+        map.set.setEarthquakes({map.at({500, 300}, 1), map.at({100, 100}, 4.5)});
+        QVERIFY(isLike(map.colorAt({100, 91}), QColor::fromRgbF(1, 0.8F, 0.5F)));
+    }
+
+    /// Magnified, so that a stroke of a digit fills whole pixels.
+    void theMagnitudeIsThreeQuartersBlack()
+    {
+        QImage image(256, 256, QImage::Format_RGB32);
+        image.fill(Qt::white);
+        QPainter painter(&image);
+        painter.scale(8, 8);
+        MarkerLook look;
+        look.category = MagnitudeCategory::moderate;
+        look.text = QStringLiteral("4.5");
+        paintMarker(painter, look, {0, 0, 32, 32});
+        int darkest = 255;
+        for (int x = 0; x < 256; ++x)
+            for (int y = 0; y < 256; ++y)
+                darkest = std::min(darkest, qRed(image.pixel(x, y)));
+        QVERIFY2(std::abs(darkest - 64) <= 2, qPrintable(QString::number(darkest)));
+    }
+
+    /// Over white: red at 0.75 up to the middle, yellow at 0.3 at the right edge.
+    void aRingFadesFromRedToYellow()
+    {
+        Map map;
+        RippleCircle ring(map.window.contentItem());
+        ring.setDiameter(40);
+        ring.setLineWidth(4);
+        ring.setPosition(QPointF(100, 100) - QPointF(ring.width(), ring.height()) / 2);
+        QVERIFY(isLike(map.colorAt({80, 100}), QColor(255, 108, 100)));
+        QVERIFY(isLike(map.colorAt({100, 80}), QColor(255, 108, 100)));
+        QVERIFY(isLike(map.colorAt({119, 100}), QColor(255, 240, 179)));
+        QVERIFY(isLike(map.colorAt({100, 100}), Qt::white));
     }
 
     void newerMarkersLieAboveOlderOnes()

@@ -24,7 +24,7 @@ struct MarkerLook
     double fontSize = 9;
     double shadowRadius = 1;
     /// Line inside the disc's edge; transparent for none.
-    QColor edge;
+    QColor edge = Qt::transparent;
 };
 
 /// Room round the disc that its shadow takes, in logical pixels.
