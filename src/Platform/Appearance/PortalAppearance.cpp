@@ -31,6 +31,8 @@ PortalAppearance::PortalAppearance(const QDBusConnection &bus, QObject *parent)
     , m_bus(bus)
 {
     qDBusRegisterMetaType<Settings>();
+    // A signal is not connected to a slot whose types Qt has not met, and nothing else may have used this one so far.
+    qRegisterMetaType<QDBusVariant>();
     qGuiApp->installEventFilter(this);
     m_bus.connect(portalService, portalPath, portalSettings, QStringLiteral("SettingChanged"), this,
                   SLOT(settingChanged(QString, QString, QDBusVariant)));
