@@ -44,7 +44,7 @@ public:
     {
         QString name;
         (void(QDebug(&name).noquote() << static_cast<const Columns &>(cells)), ...);
-        (*this)(name.toUtf8(), cells...);
+        (*this)(name.trimmed().toUtf8(), cells...);
     }
 
     /// The row that the running test function is called for.

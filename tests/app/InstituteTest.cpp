@@ -4,6 +4,7 @@
 #include "Platform/Support/Instant.h"
 #include "RunningProgram.h"
 #include "Support/PrivateBus.h"
+#include "Support/Table.h"
 
 #include <SQLiteCpp/SQLiteCpp.h>
 
@@ -87,16 +88,14 @@ class InstituteTest : public QObject
 private Q_SLOTS:
     void everyRowIsStoredOnceAndSurvives_data()
     {
-        QTest::addColumn<QByteArray>("page");
-        QTest::addColumn<int>("rows");
-        QTest::newRow("quiet") << quietPage() << 56;
-        QTest::newRow("swarm") << swarmPage() << 1698;
+        const Table<QByteArray, int> row;
+        row("quiet", quietPage(), 56);
+        row("swarm", swarmPage(), 1698);
     }
 
     void everyRowIsStoredOnceAndSurvives()
     {
-        QFETCH(QByteArray, page);
-        QFETCH(int, rows);
+        const auto [page, rows] = Table<QByteArray, int>::current();
         QTemporaryDir home;
         LocalInstitute institute(LocalInstitute::Certificate::trusted);
         institute.setPage(page);
@@ -146,31 +145,18 @@ private Q_SLOTS:
         QTRY_VERIFY_WITH_TIMEOUT(institute.requests() > requests, patienceMs);
     }
 
-    void withoutABusTwoShareTheStore()
-    {
-        QTemporaryDir home;
-        LocalInstitute institute(LocalInstitute::Certificate::trusted);
-        institute.setPage(swarmPage());
-        const RunningProgram first(home);
-        const RunningProgram second(home);
-        QTRY_VERIFY_WITH_TIMEOUT(institute.requests() >= 2, patienceMs);
-        QTRY_COMPARE_WITH_TIMEOUT(storedCount(home), 1698, patienceMs);
-        QVERIFY(first.isRunning());
-        QVERIFY(second.isRunning());
-    }
-
     void certificateWithAFaultIsRefused_data()
     {
-        QTest::addColumn<LocalInstitute::Certificate>("certificate");
-        QTest::newRow("of an unknown authority") << LocalInstitute::Certificate::unknownAuthority;
-        QTest::newRow("self-signed") << LocalInstitute::Certificate::selfSigned;
-        QTest::newRow("expired") << LocalInstitute::Certificate::expired;
-        QTest::newRow("of another host") << LocalInstitute::Certificate::otherHost;
+        const Table<LocalInstitute::Certificate> row;
+        row("of an unknown authority", LocalInstitute::Certificate::unknownAuthority);
+        row("self-signed", LocalInstitute::Certificate::selfSigned);
+        row("expired", LocalInstitute::Certificate::expired);
+        row("of another host", LocalInstitute::Certificate::otherHost);
     }
 
     void certificateWithAFaultIsRefused()
     {
-        QFETCH(LocalInstitute::Certificate, certificate);
+        const auto [certificate] = Table<LocalInstitute::Certificate>::current();
         QTemporaryDir home;
         LocalInstitute institute(certificate);
         institute.setPage(quietPage());

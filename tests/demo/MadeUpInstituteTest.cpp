@@ -8,9 +8,8 @@
 #include "Platform/Clock/SystemClock.h"
 #include "Platform/URLSession/NetworkURLSession.h"
 #include "Support/FakeURLSession.h"
+#include "Support/Table.h"
 
-#include <QSignalSpy>
-#include <QTcpSocket>
 #include <QTest>
 
 using namespace std::chrono_literals;
@@ -37,32 +36,16 @@ private Q_SLOTS:
         QVERIFY(DemoCatalogue(2, DemoCatalogue::Pace::quiet, start).page() != catalogue.page());
     }
 
-    void namesFitThePositions()
-    {
-        for (const ParsedEarthquake &event : PageGenerator(3).ordinary(500, start)) {
-            QVERIFY(event.location.size() <= 30);
-            QVERIFY(event.latitude > 26 && event.latitude < 30 && event.longitude > -20 && event.longitude < -13);
-            const bool isNorthOfArico = event.location == QStringLiteral("N ARICO.ITF");
-            QVERIFY(!isNorthOfArico || event.latitude > 28.17);
-            const bool isWestOfArico = event.location == QStringLiteral("W ARICO.ITF");
-            QVERIFY(!isWestOfArico || event.longitude < -16.49);
-        }
-    }
-
     void eventsComeWithTime_data()
     {
-        QTest::addColumn<DemoCatalogue::Pace>("pace");
-        QTest::addColumn<int>("least");
-        QTest::addColumn<int>("most");
-        QTest::newRow("quiet: every 90 to 300 s") << DemoCatalogue::Pace::quiet << 12 << 40;
-        QTest::newRow("swarm: every 2 to 15 s") << DemoCatalogue::Pace::swarm << 240 << 1800;
+        const Table<DemoCatalogue::Pace, int, int> row;
+        row("quiet: every 90 to 300 s", DemoCatalogue::Pace::quiet, 12, 40);
+        row("swarm: every 2 to 15 s", DemoCatalogue::Pace::swarm, 240, 1800);
     }
 
     void eventsComeWithTime()
     {
-        QFETCH(DemoCatalogue::Pace, pace);
-        QFETCH(int, least);
-        QFETCH(int, most);
+        const auto [pace, least, most] = Table<DemoCatalogue::Pace, int, int>::current();
         DemoCatalogue catalogue(1, pace, start);
         QVERIFY(!catalogue.advance(start + 1s));
         QVERIFY(catalogue.advance(start + 1h));
@@ -78,39 +61,6 @@ private Q_SLOTS:
         catalogue.advance(start + std::chrono::days(11));
         for (const ParsedEarthquake &event : catalogue.events())
             QVERIFY(event.date > start);
-    }
-
-    void serverAnswersOnceTheRequestIsWhole()
-    {
-        LoopbackInstitute institute([] { return QByteArray("página"); });
-        QVERIFY(institute.isListening());
-        QTcpSocket client;
-        client.connectToHost(institute.serverAddress(), institute.serverPort());
-        QVERIFY(client.waitForConnected());
-        QSignalSpy arrived(&client, &QTcpSocket::disconnected);
-        client.write("GET / HTTP/1.1\r\nHost: a\r\n");
-        QVERIFY(client.waitForBytesWritten());
-        QTRY_VERIFY(institute.findChild<QTcpSocket *>());
-        QTRY_VERIFY(institute.findChild<QTcpSocket *>()->bytesAvailable() > 0);
-        QCOMPARE(client.bytesAvailable(), 0);
-        client.write("\r\n");
-        QTRY_COMPARE(arrived.count(), 1);
-        const QByteArray answer = client.readAll();
-        QVERIFY(answer.startsWith("HTTP/1.1 200 OK\r\n"));
-        QVERIFY(answer.contains("\r\nContent-Length: 7\r\n"));
-        QVERIFY(answer.endsWith("\r\n\r\npágina"));
-    }
-
-    void serverHangsUpOnAnEndlessRequest()
-    {
-        LoopbackInstitute institute([] { return QByteArray("page"); });
-        QTcpSocket client;
-        QSignalSpy closed(&client, &QTcpSocket::disconnected);
-        client.connectToHost(institute.serverAddress(), institute.serverPort());
-        QVERIFY(client.waitForConnected());
-        client.write(QByteArray(20000, 'a'));
-        QTRY_COMPARE(closed.count(), 1);
-        QVERIFY(client.readAll().isEmpty());
     }
 
     void eventsComeWholeOverTheRealRoad()

