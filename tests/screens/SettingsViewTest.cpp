@@ -209,6 +209,7 @@ private Q_SLOTS:
         FakeUserNotificationCenter &center = scene.world.userNotificationCenter;
         if (answer.isValid())
             center.answer = answer.toBool();
+        center.status = Notifications::denied; // until the answer
         QVERIFY(scene.openSettings());
         scene.use("Notifications");
         QCOMPARE(center.authorizationRequests, 1);

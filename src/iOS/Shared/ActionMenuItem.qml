@@ -16,12 +16,9 @@ T.MenuItem {
 
     function press(): void {
         if (root.subMenu)
-            return root.subMenu.open()
-        if (root.action)
-            root.action.trigger(root)
+            root.subMenu.open()
         else
-            root.triggered()
-        root.menu?.dismiss()
+            root.triggered() // at which the menu closes
     }
 
     implicitWidth: implicitContentWidth + leftPadding + rightPadding
