@@ -44,22 +44,10 @@ class Properties(dbus.service.Object):
         self.values[name] = value
 
 
-class Manager(Properties):
-    def __init__(self, bus):
-        super().__init__(bus, "/org/freedesktop/GeoClue2/Manager", MANAGER,
-                         {"InUse": False, "AvailableAccuracyLevel": dbus.UInt32(8)})
-
+class Manager(dbus.service.Object):
     @dbus.service.method(MANAGER, out_signature="o")
     def GetClient(self):
         return dbus.ObjectPath("/org/freedesktop/GeoClue2/Client/1")
-
-    @dbus.service.method(MANAGER, out_signature="o")
-    def CreateClient(self):
-        return self.GetClient()
-
-    @dbus.service.method(MANAGER, in_signature="o")
-    def DeleteClient(self, _path):
-        say("DeleteClient")
 
 
 class Client(Properties):
@@ -104,7 +92,7 @@ class Client(Properties):
 def main():
     dbus.mainloop.glib.DBusGMainLoop(set_as_default=True)
     bus = dbus.SystemBus()
-    manager, client = Manager(bus), Client(bus, "deny" in sys.argv[1:])
+    manager, client = Manager(bus, "/org/freedesktop/GeoClue2/Manager"), Client(bus, "deny" in sys.argv[1:])
     name = dbus.service.BusName(SERVICE, bus)
     loop = GLib.MainLoop()
     positions = open(0, "rb", buffering=0)  # or a line read ahead would wait unseen
