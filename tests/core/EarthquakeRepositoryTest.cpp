@@ -6,6 +6,7 @@
 #include "Platform/Support/Async.h"
 #include "Support/FakeDataSource.h"
 #include "Support/Table.h"
+#include "Support/TestEarthquake.h"
 #include "Support/World.h"
 
 #include <QPromise>
@@ -21,15 +22,7 @@ const QString savedKey = QStringLiteral("lastUpdatedEarthquakes");
 
 ParsedEarthquake quake(const char *eventID, double magnitude = 2.5, const char *location = "SW HIERRO")
 {
-    return {.eventID = QString::fromLatin1(eventID),
-            .date = Instant(1735689600s),
-            .latitude = 27.8,
-            .longitude = -18.1,
-            .depth = 10,
-            .magnitude = magnitude,
-            .magnitudeType = QStringLiteral("mbLg"),
-            .maxIntensity = {},
-            .location = QString::fromLatin1(location)};
+    return testRow(QString::fromLatin1(eventID), Instant(1735689600s), magnitude, QString::fromLatin1(location));
 }
 
 QString message(const std::exception_ptr &error)

@@ -28,10 +28,7 @@ Instant at(qint64 second)
 /// A row of the page with the given number and second.
 ParsedEarthquake pageRow(const char *eventID, qint64 second)
 {
-    ParsedEarthquake row;
-    row.eventID = QString::fromLatin1(eventID);
-    row.date = at(second);
-    return row;
+    return testRow(QString::fromLatin1(eventID), at(second));
 }
 
 QString sorted(const std::unordered_set<QString> &texts)
@@ -152,36 +149,6 @@ private Q_SLOTS:
         QCOMPARE(eventIDs(rows), QStringLiteral("a b"));
         QVERIFY(rows.back() == first);
         QCOMPARE(rows.back().magnitude(), 4.5);
-    }
-
-    void anEventSeenWhilePendingKeepsItsIdentity()
-    {
-        Store store;
-        store.context.insert(quake("a", 1));
-        const PersistentIdentifier seen = store.context.fetch({}).front().id();
-        store.save({quake("b", 2)});
-        QCOMPARE(store.context.fetch({}).at(0).id(), seen);
-        QCOMPARE(store.context.fetch({}).at(1).id(), PersistentIdentifier(2));
-        QCOMPARE(ModelContext(store.container).fetch({}).at(0).id(), seen);
-        const Earthquake again = quake("a", 3);
-        store.save({again});
-        QCOMPARE(again.id(), seen);
-        QCOMPARE(store.context.fetch({}).at(0).id(), seen);
-    }
-
-    void eachRowOfASaveIsToldOnce()
-    {
-        Store store;
-        QStringList told;
-        connect(&store.container, &ModelContainer::didSave,
-                [&](const std::vector<Earthquake> &inserted, const std::vector<Earthquake> &replaced) {
-                    QVERIFY(!store.context.hasChanges());
-                    told.append(eventIDs(inserted) + QLatin1Char('/') + eventIDs(replaced));
-                });
-        store.save({quake("a", 1), quake("b", 2)});
-        store.save({quake("c", 3), quake("a", 4), quake("c", 5), quake("a", 6)});
-        store.save({});
-        QCOMPARE(told, (QStringList{QStringLiteral("a b/"), QStringLiteral("c/a")}));
     }
 
     void contextsSeeOneAnotherAfterASave()

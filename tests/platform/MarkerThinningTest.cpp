@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "Platform/Map/MarkerThinning.h"
+#include "Support/Table.h"
 
 #include <QRandomGenerator>
 #include <QTest>
@@ -45,46 +46,44 @@ class MarkerThinningTest : public QObject
 private Q_SLOTS:
     void aLevelIsHalfADoubling_data()
     {
-        QTest::addColumn<double>("scale");
-        QTest::addColumn<int>("level");
-        QTest::newRow("all of the map, in a small window") << 2.0 << 0;
-        QTest::newRow("archipelago") << 128.0 << 10;
-        QTest::newRow("not yet closer") << 181.0 << 10;
-        QTest::newRow("closer") << 181.1 << 11;
-        QTest::newRow("closest") << 1e6 << MarkerThinning::deepestLevel;
+        const Table<double, int> row;
+        row("all of the map, in a small window", 2.0, 0);
+        row("archipelago", 128.0, 10);
+        row("not yet closer", 181.0, 10);
+        row("closer", 181.1, 11);
+        row("closest", 1e6, MarkerThinning::deepestLevel);
     }
 
     void aLevelIsHalfADoubling()
     {
-        QFETCH(double, scale);
-        QTEST(MarkerThinning::levelOf(scale), "level");
+        const auto [scale, expected] = Table<double, int>::current();
+        QCOMPARE(MarkerThinning::levelOf(scale), expected);
     }
 
     /// At 128 pixels for a degree; mark 0 in the middle.
     void aMarkShowsWhileATenthOfItIsFree_data()
     {
-        QTest::addColumn<QList<QPointF>>("others");
-        QTest::addColumn<bool>("lastShows");
-        QTest::newRow("beside") << QList<QPointF>{{30, 0}} << true;
-        QTest::newRow("half over it") << QList<QPointF>{{12, 0}} << true;
-        QTest::newRow("mostly over it") << QList<QPointF>{{4, 0}} << true;
-        QTest::newRow("all but over it") << QList<QPointF>{{1, 0}} << false;
-        QTest::newRow("at its place") << QList<QPointF>{{0, 0}} << false;
-        QTest::newRow("mostly over it from both sides") << QList<QPointF>{{-12, 0}, {-6, 0}} << false;
+        const Table<QList<QPointF>, bool> row;
+        row("beside", QList<QPointF>{{30, 0}}, true);
+        row("half over it", QList<QPointF>{{12, 0}}, true);
+        row("mostly over it", QList<QPointF>{{4, 0}}, true);
+        row("all but over it", QList<QPointF>{{1, 0}}, false);
+        row("at its place", QList<QPointF>{{0, 0}}, false);
+        row("mostly over it from both sides", QList<QPointF>{{-12, 0}, {-6, 0}}, false);
     }
 
     void aMarkShowsWhileATenthOfItIsFree()
     {
-        QFETCH(QList<QPointF>, others);
+        const auto [others, expected] = Table<QList<QPointF>, bool>::current();
         std::vector<QPointF> world{{-16, -30}};
         for (const QPointF &pixels : others)
             world.push_back(world.front() + pixels / 128);
         const std::vector<quint8> levels = MarkerThinning::levels(world, discPixels);
         QCOMPARE(int(levels.front()), 0);
-        QTEST(levels.back() <= MarkerThinning::levelOf(128), "lastShows");
+        QCOMPARE(levels.back() <= MarkerThinning::levelOf(128), expected);
         // Of half the size, they lie on one another as these do at half the scale.
         const std::vector<quint8> small = MarkerThinning::levels(world, discPixels / 2);
-        QTEST(small.back() <= MarkerThinning::levelOf(64), "lastShows");
+        QCOMPARE(small.back() <= MarkerThinning::levelOf(64), expected);
     }
 
     /// Of a raster of eighths of a disc, one cannot ask for a tenth to the point.
