@@ -437,6 +437,24 @@ private Q_SLOTS:
         QVERIFY(!isTurning());
     }
 
+    void aTipTellsWhatAnIconDoes()
+    {
+        QQuickItem *item = show("IconButton { text: '<b>A</b>'; iconName: 'gear'; Component.onCompleted: "
+                                "TipTiming.noteShown() }");
+        const auto objects = item->findChildren<QObject *>();
+        const QObject *tip =
+            *std::ranges::find_if(objects, [](QObject *object) { return object->inherits("QQuickToolTip"); });
+        QVERIFY(!tip->property("visible").toBool());
+        QTest::mouseMove(m_view.get(), middleOf(item));
+        QTRY_VERIFY(tip->property("opened").toBool());
+        const auto *content = tip->property("contentItem").value<QQuickItem *>();
+        QCOMPARE(content->property("text").toString(), QStringLiteral("<b>A</b>"));
+        QCOMPARE(content->property("textFormat").toInt(), int(Qt::PlainText));
+        QTest::mousePress(m_view.get(), Qt::LeftButton, {}, middleOf(item));
+        QTRY_VERIFY(!tip->property("visible").toBool());
+        QTest::mouseRelease(m_view.get(), Qt::LeftButton, {}, middleOf(item));
+    }
+
     void digitsStandInEqualCells()
     {
         const QByteArray control("NumberText { font.family: Theme.fontFamily; font.pixelSize: 20; text: '%1' }");
