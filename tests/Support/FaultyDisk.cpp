@@ -31,11 +31,13 @@ std::deque<Methods> allMethods;
 sqlite3_vfs faulty;
 int (*realOpen)(sqlite3_vfs *, const char *, sqlite3_file *, int, int *);
 int (*realDelete)(sqlite3_vfs *, const char *, int);
+int (*realSleep)(sqlite3_vfs *, int);
 
 DiskFault fault = DiskFault::none;
 int callsLeft = 0;
 bool hasStruck = false;
 std::vector<Change> unsynchronised;
+std::function<void()> passTime;
 
 const sqlite3_io_methods *real(const sqlite3_file *file)
 {
@@ -172,20 +174,30 @@ int remove(sqlite3_vfs *vfs, const char *name, int synchronisesFolder)
     return strikes(Call::changes) ? SQLITE_IOERR_DELETE : realDelete(vfs, name, synchronisesFolder);
 }
 
+int sleep(sqlite3_vfs *vfs, int microseconds)
+{
+    if (!passTime)
+        return realSleep(vfs, microseconds);
+    passTime();
+    return microseconds;
+}
+
 void install()
 {
+    if (realOpen)
+        return;
     faulty = *sqlite3_vfs_find(nullptr);
     faulty.zName = "faulty";
     realOpen = std::exchange(faulty.xOpen, open);
     realDelete = std::exchange(faulty.xDelete, remove);
+    realSleep = std::exchange(faulty.xSleep, sleep);
     sqlite3_vfs_register(&faulty, 1);
 }
 }
 
 void FaultyDisk::arm(DiskFault wanted, int call)
 {
-    if (!realOpen)
-        install();
+    install();
     fault = wanted;
     callsLeft = call;
     hasStruck = false;
@@ -196,4 +208,10 @@ bool FaultyDisk::disarm()
 {
     fault = DiskFault::none;
     return hasStruck;
+}
+
+void FaultyDisk::whenPausing(const std::function<void()> &pass)
+{
+    install();
+    passTime = pass;
 }

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
+#include <functional>
 
 /// What becomes of a call by which SQLite reaches its files.
 enum class DiskFault {
@@ -25,4 +26,6 @@ namespace FaultyDisk {
 void arm(DiskFault fault, int call);
 /// No more faults. True when the fault of the last arm() has struck.
 bool disarm();
+/// Calls `pass` in place of every pause that SQLite makes while another has the store locked.
+void whenPausing(const std::function<void()> &pass);
 }

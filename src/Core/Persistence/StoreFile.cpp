@@ -15,8 +15,9 @@ namespace {
 constexpr int schemaVersion = 1;
 /// "orvl", by which the header of a store of ours is told from other databases.
 constexpr int applicationId = 0x6f72766c;
-/// Another process holds the write lock for milliseconds, while it saves a page.
+/// Another process holds the write lock for milliseconds, while it saves a page. The window stands still meanwhile.
 constexpr int busyTimeoutMs = 2000;
+constexpr int busyPauseMs = 5;
 /// Without SQLite's own locks, a tenth of the time of a read: each connection is used by the main thread alone.
 const int openFlags = SQLite::OPEN_READWRITE | SQLite::OPEN_CREATE | SQLite::OPEN_NOMUTEX;
 
@@ -40,6 +41,23 @@ constexpr auto schema = R"sql(
 bool isInMemory(const QString &location)
 {
     return location.startsWith(QStringLiteral("file:/orvalia-")) && location.endsWith(QStringLiteral("?vfs=memdb"));
+}
+
+/// True after a pause, false when it has taken too long. SQLite's own way is to look again at ever longer intervals, of
+/// 100 ms at last, in which a process that saves page after page has taken the lock again each time.
+int waitForLock(void *, int triesBefore)
+{
+    if (triesBefore * busyPauseMs >= busyTimeoutMs)
+        return 0;
+    sqlite3_sleep(busyPauseMs);
+    return 1;
+}
+
+SQLite::Database openDatabase(const std::string &name, int flags)
+{
+    SQLite::Database database(name, flags);
+    sqlite3_busy_handler(database.getHandle(), waitForLock, nullptr);
+    return database;
 }
 
 int pragma(SQLite::Database &database, const char *name)
@@ -106,16 +124,14 @@ void setLogIsKeptAtClose(SQLite::Database &database, bool isKept)
 /// Of two processes that change a new file at once SQLite refuses one without waiting, lest both wait for each other.
 void keepWriteAheadLog(SQLite::Database &database)
 {
-    constexpr int pauseMs = 10;
-    for (int waited = 0;; waited += pauseMs) {
+    for (int tries = 0;; ++tries) {
         try {
             if (database.execAndGet("PRAGMA journal_mode = WAL").getString() != "wal")
                 throw SQLite::Exception("it cannot keep a write-ahead log");
             return;
         } catch (const SQLite::Exception &error) {
-            if (error.getErrorCode() != SQLITE_BUSY || waited >= busyTimeoutMs)
+            if (error.getErrorCode() != SQLITE_BUSY || waitForLock(nullptr, tries) == 0)
                 throw;
-            sqlite3_sleep(pauseMs);
         }
     }
 }
@@ -126,7 +142,7 @@ SQLite::Database openFile(const QString &path)
         throw SQLite::Exception("its folder cannot be made");
     checkIsDatabase(path);
     const bool hasLog = QFile::exists(path + QStringLiteral("-wal"));
-    SQLite::Database database(QFile::encodeName(path).toStdString(), openFlags, busyTimeoutMs);
+    SQLite::Database database = openDatabase(QFile::encodeName(path).toStdString(), openFlags);
     if (hasLog)
         setLogIsKeptAtClose(database, true);
     checkIsOurs(database);
@@ -140,7 +156,7 @@ SQLite::Database openFile(const QString &path)
 
 SQLite::Database openMemory(const QString &location)
 {
-    return {location.toStdString(), openFlags | SQLite::OPEN_URI, busyTimeoutMs};
+    return openDatabase(location.toStdString(), openFlags | SQLite::OPEN_URI);
 }
 }
 
