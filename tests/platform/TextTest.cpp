@@ -133,6 +133,7 @@ private Q_SLOTS:
         row("blanks at the ends", "\n a \u0085", "a");
         row("escape sequence", "\u001B[31mred", "[31mred");
         row("override", "a\u202Egnp.exe\u202C b", "agnp.exe b");
+        row("isolate", "\u2067a\u2069", "a");
         row("direction mark between letters", "a\u200Fb", "ab");
         row("Arabic stays", "\u0627\u0644", "\u0627\u0644");
         row("markup stays as text", "<b>a</b> &amp;", "<b>a</b> &amp;");
