@@ -84,6 +84,7 @@ public:
             return middle + (random.generateDouble() - 0.5) * width;
         };
         std::vector<Coordinate> clusters;
+        clusters.reserve(40);
         for (int i = 0; i < 40; ++i)
             clusters.push_back({around(28.2, 1.8), around(-16, 5)});
         std::vector<Earthquake> result;

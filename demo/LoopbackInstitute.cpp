@@ -25,7 +25,7 @@ QUrl LoopbackInstitute::url() const
 
 void LoopbackInstitute::serve(QTcpSocket *socket)
 {
-    constexpr qint64 longestRequest = 16 * 1024;
+    constexpr qint64 longestRequest = 16 * qint64{1024};
     // What is asked for makes no difference; only where the question ends does.
     if (!socket->peek(longestRequest).contains("\r\n\r\n")) {
         if (socket->bytesAvailable() >= longestRequest)

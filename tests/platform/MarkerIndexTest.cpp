@@ -8,6 +8,8 @@
 
 #include <limits>
 
+Q_DECLARE_METATYPE(MarkerIndex::Direction)
+
 namespace {
 using Direction = MarkerIndex::Direction;
 
@@ -15,6 +17,7 @@ std::vector<QPointF> randomPositions(int count)
 {
     QRandomGenerator random(7);
     std::vector<QPointF> positions;
+    positions.reserve(size_t(count));
     for (int i = 0; i < count; ++i)
         positions.push_back({-18 + random.bounded(4.0), -32 + random.bounded(3.0)});
     return positions;
@@ -97,8 +100,6 @@ private Q_SLOTS:
         QVERIFY(!MarkerIndex().nearestTo({0, 0}));
     }
 };
-
-Q_DECLARE_METATYPE(MarkerIndex::Direction)
 
 QTEST_GUILESS_MAIN(MarkerIndexTest)
 #include "MarkerIndexTest.moc"

@@ -27,8 +27,9 @@ double freeShare(const std::vector<QPointF> &world, const std::vector<quint8> &l
     int all = 0;
     int free = 0;
     for (int i = 0; i < points * points; ++i) {
-        const QPointF point((i % points + 0.5) * discPixels / points - radius,
-                            (i / points + 0.5) * discPixels / points - radius);
+        const int column = i % points;
+        const int row = i / points;
+        const QPointF point((column + 0.5) * discPixels / points - radius, (row + 0.5) * discPixels / points - radius);
         if (!isWithin(point))
             continue;
         ++all;
@@ -91,6 +92,7 @@ private Q_SLOTS:
     {
         QRandomGenerator random(7);
         std::vector<QPointF> world;
+        world.reserve(400);
         for (int i = 0; i < 400; ++i)
             world.push_back(
                 {-18 + random.bounded(1.0), -32 + (i % 2 == 0 ? random.bounded(1.0) : random.bounded(0.1))});

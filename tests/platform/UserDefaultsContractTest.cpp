@@ -118,7 +118,7 @@ private:
     /// The file under another name: two QSettings of one name share what they hold in memory.
     QString copied() const
     {
-        const QString copy = m_path + QStringLiteral(".copy");
+        QString copy = m_path + QStringLiteral(".copy");
         QFile::remove(copy);
         QFile::copy(m_path, copy);
         return copy;

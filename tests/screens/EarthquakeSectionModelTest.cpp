@@ -141,6 +141,7 @@ private Q_SLOTS:
         Fixture f;
         std::mt19937 random(11);
         std::vector<Earthquake> events;
+        events.reserve(400);
         for (int i = 0; i < 400; ++i)
             events.push_back(testEarthquake(QString::number(i), 1000 - i / 3));
         for (int round = 0; round < 60; ++round) {

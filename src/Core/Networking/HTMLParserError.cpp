@@ -44,7 +44,7 @@ HTMLParserError HTMLParserError::networkError(std::exception_ptr underlying)
 
 HTMLParserError::HTMLParserError(Kind kind, const QString &description, std::exception_ptr underlying)
     : m_kind(kind)
-    , m_underlying(std::move(underlying))
+    , m_underlying(std::move(underlying)) // NOLINT(bugprone-throw-keyword-missing): kept to be thrown later
     , m_description(description)
     , m_utf8(description.toUtf8())
 {

@@ -70,22 +70,23 @@ QFuture<void> EarthquakeRepository::refresh(bool startsCooldown)
     m_lastError = nullptr;
     QPromise<void> ended;
     ended.start();
-    const QFuture<void> result = ended.future();
-    whenFinished(fetched(*m_dataSource), &m_fetching,
-                 [this, startsCooldown, ended = std::move(ended)](QFuture<QList<ParsedEarthquake>> rows) mutable {
-                     try {
-                         persist(rows.result());
-                         m_lastUpdated = Platform::current().clock.now();
-                         UserDefaults::standard().setDate(lastUpdatedKey, *m_lastUpdated.value());
-                     } catch (...) {
-                         m_lastError = std::current_exception();
-                     }
-                     if (startsCooldown)
-                         startCooldown();
-                     m_isLoading = false;
-                     // An observer may have deleted the repository by now: only the capture is left.
-                     ended.finish();
-                 });
+    QFuture<void> result = ended.future();
+    whenFinished(
+        fetched(*m_dataSource), &m_fetching,
+        [this, startsCooldown, ended = std::move(ended)](const QFuture<QList<ParsedEarthquake>> &rows) mutable {
+            try {
+                persist(rows.result());
+                m_lastUpdated = Platform::current().clock.now();
+                UserDefaults::standard().setDate(lastUpdatedKey, *m_lastUpdated.value());
+            } catch (...) {
+                m_lastError = std::current_exception();
+            }
+            if (startsCooldown)
+                startCooldown();
+            m_isLoading = false;
+            // An observer may have deleted the repository by now: only the capture is left.
+            ended.finish();
+        });
     return result;
 }
 

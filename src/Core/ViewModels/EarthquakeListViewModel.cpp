@@ -56,7 +56,7 @@ void EarthquakeListViewModel::onAppear(ModelContext &)
     // Begun even if the screen has gone by then: what a refresh stores is for every screen.
     Task::start(Platform::current().clock, &m_repository, [&repository = m_repository, self = QPointer(this)](Task &) {
         const QFuture<void> refreshed = repository.refresh();
-        whenFinished(refreshed, self.data(), [self](QFuture<void>) { self->startAutoRefresh(); });
+        whenFinished(refreshed, self.data(), [self](const QFuture<void> &) { self->startAutoRefresh(); });
     });
 }
 
@@ -86,9 +86,10 @@ void EarthquakeListViewModel::runAutoRefresh(Task &task, std::chrono::millisecon
     task.sleep(interval, [this, interval](Task &awake) {
         if (awake.isCancelled())
             return;
-        whenFinished(m_repository.refresh(), this, [this, interval, handle = awake.shared_from_this()](QFuture<void>) {
-            runAutoRefresh(*handle, interval);
-        });
+        whenFinished(m_repository.refresh(), this,
+                     [this, interval, handle = awake.shared_from_this()](const QFuture<void> &) {
+                         runAutoRefresh(*handle, interval);
+                     });
     });
 }
 

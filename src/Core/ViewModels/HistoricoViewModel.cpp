@@ -183,7 +183,7 @@ DateRange HistoricoViewModel::makePredicate() const
 
 QString HistoricoViewModel::sectionKey(Instant date) const
 {
-    const QString text = m_sectionFormatter.string(date);
+    QString text = m_sectionFormatter.string(date);
     if (text.isEmpty())
         return text;
     const qsizetype first = text.at(0).isHighSurrogate() ? 2 : 1;

@@ -35,7 +35,7 @@ MapLine line(const QJsonArray &positions)
 {
     MapLine result;
     result.points.reserve(positions.size());
-    for (const QJsonValue &position : positions)
+    for (const auto &position : positions)
         result.points.append(projected(position.toArray()));
     result.bounds = QPolygonF(result.points).boundingRect();
     return result;
@@ -43,7 +43,7 @@ MapLine line(const QJsonArray &positions)
 
 void appendPolygon(MapArea &area, const QJsonArray &rings)
 {
-    for (const QJsonValue &ring : rings) {
+    for (const auto &ring : rings) {
         area.rings.push_back(line(ring.toArray()));
         area.bounds |= area.rings.back().bounds;
     }
@@ -61,7 +61,7 @@ MapArea area(const QJsonObject &feature)
     if (type == QLatin1String("Polygon"))
         appendPolygon(result, coordinates);
     if (type == QLatin1String("MultiPolygon"))
-        for (const QJsonValue &polygon : coordinates)
+        for (const auto &polygon : coordinates)
             appendPolygon(result, polygon.toArray());
     return result;
 }
@@ -139,7 +139,7 @@ MapPlace municipality(const QJsonObject &feature)
 std::vector<MapArea> mapAreas(const QByteArray &geoJson)
 {
     std::vector<MapArea> result;
-    for (const QJsonValue &feature : features(geoJson)) {
+    for (const auto &feature : features(geoJson)) {
         MapArea read = area(feature.toObject());
         if (!read.rings.empty())
             result.push_back(std::move(read));
@@ -153,16 +153,16 @@ std::shared_ptr<const BaseMapData> BaseMapData::load()
     data->islands = mapAreas(layer("land"));
     data->contextLand = mapAreas(layer("context_land"));
     data->bathymetry = mapAreas(layer("bathymetry"));
-    for (const QJsonValue &feature : features(layer("municipal_borders")))
+    for (const auto &feature : features(layer("municipal_borders")))
         data->municipalBorders.push_back(lineOf(feature.toObject()));
-    for (const QJsonValue &feature : features(layer("country_borders"))) {
+    for (const auto &feature : features(layer("country_borders"))) {
         const QJsonObject properties = feature.toObject().value(QLatin1String("properties")).toObject();
         data->countryBorders.push_back(
             {lineOf(feature.toObject()), properties.value(QLatin1String("disputed")).toInt() == 1});
     }
-    for (const QJsonValue &feature : features(layer("places")))
+    for (const auto &feature : features(layer("places")))
         data->places.push_back(place(feature.toObject()));
-    for (const QJsonValue &feature : features(layer("municipalities")))
+    for (const auto &feature : features(layer("municipalities")))
         data->places.push_back(municipality(feature.toObject()));
     std::stable_sort(data->places.begin(), data->places.end(), [](const MapPlace &a, const MapPlace &b) {
         return std::pair(a.rank, a.kind) < std::pair(b.rank, b.kind);

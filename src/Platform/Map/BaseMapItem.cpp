@@ -199,7 +199,7 @@ void BaseMapItem::paint()
     request.appearance = m_isDark ? MapAppearance::dark : MapAppearance::light;
     if (m_annotations)
         request.annotations = m_annotations->annotations(request.camera);
-    whenFinished(painted(request), this, [this, wanted = m_wanted](QFuture<BaseMapPicture> picture) {
+    whenFinished(painted(request), this, [this, wanted = m_wanted](const QFuture<BaseMapPicture> &picture) {
         m_isPainting = false;
         take(picture.result(), wanted);
     });

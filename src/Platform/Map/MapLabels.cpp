@@ -69,10 +69,10 @@ void MapLabels::reserveGraticuleFigures(const MapCamera &window)
     m_space.reserve({shown.left(), shown.bottom() - 18, shown.width(), 18});
     const double step = graticuleStep(window.visibleWorld().width());
     const CoordinateRegion region = window.region();
-    const double north = region.center.latitude + region.span.latitudeDelta;
-    for (double latitude = std::floor((region.center.latitude - region.span.latitudeDelta) / step) * step;
-         latitude < north; latitude += step) {
-        const double y = m_sheet.toSheet(WebMercator::toWorld(Coordinate{latitude, 0})).y();
+    const int first = int(std::floor((region.center.latitude - region.span.latitudeDelta) / step));
+    const int last = int(std::ceil((region.center.latitude + region.span.latitudeDelta) / step));
+    for (int line = first; line < last; ++line) {
+        const double y = m_sheet.toSheet(WebMercator::toWorld(Coordinate{line * step, 0})).y();
         m_space.reserve({shown.left(), y - 13, 46, 13});
     }
 }

@@ -13,22 +13,25 @@ constexpr double smallestScale = 4;
 constexpr double farthest = 256;
 /// Dots across a disc. A tile is as large and has a bit for each of its dots.
 constexpr quint32 dots = 8;
+constexpr size_t dotsOfATile = size_t{dots} * dots;
 
 /// Dots of a disc in the tile of its upper left dot and in those to the right, below, and right below.
 using Stamp = std::array<quint64, 4>;
 
 /// A stamp for each place within a tile that the disc's upper left dot may have.
-std::array<Stamp, dots * dots> makeStamps()
+std::array<Stamp, dotsOfATile> makeStamps()
 {
-    std::array<Stamp, dots * dots> stamps{};
-    for (quint32 place = 0; place < dots * dots; ++place) {
-        for (quint32 dot = 0; dot < dots * dots; ++dot) {
-            const double x = dot % dots + 0.5 - dots / 2.0;
-            const double y = dot / dots + 0.5 - dots / 2.0;
+    std::array<Stamp, dotsOfATile> stamps{};
+    for (quint32 place = 0; place < dotsOfATile; ++place) {
+        for (quint32 dot = 0; dot < dotsOfATile; ++dot) {
+            const quint32 dotColumn = dot % dots;
+            const quint32 dotRow = dot / dots;
+            const double x = dotColumn + 0.5 - dots / 2.0;
+            const double y = dotRow + 0.5 - dots / 2.0;
             if (x * x + y * y > dots * dots / 4.0)
                 continue;
-            const quint32 column = place % dots + dot % dots;
-            const quint32 row = place / dots + dot / dots;
+            const quint32 column = place % dots + dotColumn;
+            const quint32 row = place / dots + dotRow;
             stamps[place][row / dots * 2 + column / dots] |= 1ULL << (row % dots * dots + column % dots);
         }
     }
@@ -150,7 +153,7 @@ private:
     /// Lays down the discs that show, the uppermost first.
     void show(quint8 level)
     {
-        static const std::array<Stamp, dots *dots> stamps = makeStamps();
+        static const std::array<Stamp, dotsOfATile> stamps = makeStamps();
         m_tiles.clear();
         m_waiting = 0;
         for (const quint32 mark : m_active) {

@@ -106,8 +106,10 @@ std::vector<QString> UserCalendar::monthNames()
     checkIcu(status, "month names");
     int32_t count = 0;
     const icu::UnicodeString *months = format.getDateFormatSymbols()->getMonths(count);
+    count = std::min(count, monthsOfAYear);
     std::vector<QString> names;
-    for (int32_t i = 0; i < std::min(count, monthsOfAYear); ++i)
+    names.reserve(size_t(count));
+    for (int32_t i = 0; i < count; ++i)
         names.push_back(fromIcu(icu::UnicodeString(months[i]).toTitle(nullptr, locale)));
     return names;
 }

@@ -21,7 +21,7 @@ std::optional<UserLocale> &cached()
 QByteArray localeName()
 {
     for (const char *variable : {"LC_ALL", "LC_TIME", "LANG"})
-        if (const QByteArray name = qgetenv(variable); !name.isEmpty())
+        if (QByteArray name = qgetenv(variable); !name.isEmpty())
             return name;
     return {};
 }

@@ -12,7 +12,7 @@ public:
     enum class Result { ok, broken };
 
     /// The most that unpack() gives at once, in bytes.
-    static constexpr qsizetype pieceBytes = 64 * 1024;
+    static constexpr qsizetype pieceBytes = 64 * qsizetype{1024};
 
     GzipDecoder();
     ~GzipDecoder();

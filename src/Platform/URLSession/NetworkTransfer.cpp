@@ -11,9 +11,9 @@
 
 namespace {
 /// What is taken in one turn of the event loop.
-constexpr qint64 pieceBytes = 64 * 1024;
+constexpr qint64 pieceBytes = 64 * qint64{1024};
 /// What Qt may read ahead: a usual page as a whole, since every stop and start costs milliseconds.
-constexpr qint64 readAheadBytes = 1024 * 1024;
+constexpr qint64 readAheadBytes = 1024 * qint64{1024};
 
 /// Errors by which Qt tells a status of 400 and above; the answer itself is whole.
 bool isServersVerdict(QNetworkReply::NetworkError error)

@@ -25,7 +25,7 @@ public:
     static constexpr std::chrono::seconds silenceLimit{60};
     static constexpr std::chrono::seconds totalLimit{300};
     /// Decoded bytes.
-    static constexpr qsizetype bodyLimit = 16 * 1024 * 1024;
+    static constexpr qsizetype bodyLimit = 16 * qsizetype{1024} * 1024;
 
     explicit NetworkURLSession(Clock &clock);
     ~NetworkURLSession() override;

@@ -90,7 +90,7 @@ QFuture<bool> DesktopNotificationCenter::requestAuthorization()
 void DesktopNotificationCenter::answerWithConsent(const std::shared_ptr<QPromise<bool>> &promise)
 {
     whenFinished(m_permissions.request(Permissions::Subject::notifications), this,
-                 [promise](QFuture<Permissions::Answer> answer) {
+                 [promise](const QFuture<Permissions::Answer> &answer) {
                      try {
                          promise->addResult(answer.result() == Permissions::Answer::authorized);
                      } catch (...) {

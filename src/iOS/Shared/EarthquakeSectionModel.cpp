@@ -7,7 +7,6 @@
 
 #include <algorithm>
 #include <optional>
-#include <ranges>
 
 namespace {
 /// Beyond this many separate edits one edit over all of them is cheaper, for this model and for the view alike.
@@ -180,11 +179,11 @@ std::vector<EarthquakeSectionModel::Edit> EarthquakeSectionModel::editsTowards(c
 /// Removes from the end and inserts from the beginning, so that the rows of the edits hold as they stand.
 void EarthquakeSectionModel::apply(const std::vector<Edit> &edits, const Shown &shown)
 {
-    for (const Edit &edit : std::views::reverse(edits)) {
-        if (edit.oldBegin == edit.oldEnd)
+    for (auto edit = edits.rbegin(); edit != edits.rend(); ++edit) {
+        if (edit->oldBegin == edit->oldEnd)
             continue;
-        beginRemoveRows({}, int(edit.oldBegin), int(edit.oldEnd) - 1);
-        m_rows.erase(m_rows.begin() + edit.oldBegin, m_rows.begin() + edit.oldEnd);
+        beginRemoveRows({}, int(edit->oldBegin), int(edit->oldEnd) - 1);
+        m_rows.erase(m_rows.begin() + edit->oldBegin, m_rows.begin() + edit->oldEnd);
         endRemoveRows();
     }
     for (const Edit &edit : edits) {

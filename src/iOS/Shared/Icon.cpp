@@ -56,7 +56,7 @@ QImage Icon::picture(QSize size, qreal) const
         QStringLiteral("%1 %2 %3x%4").arg(m_name, m_color.name(QColor::HexArgb)).arg(size.width()).arg(size.height());
     if (const QImage *known = cache.object(key))
         return *known;
-    const QImage image = drawn(m_name, m_color, size);
+    QImage image = drawn(m_name, m_color, size);
     cache.insert(key, new QImage(image));
     return image;
 }

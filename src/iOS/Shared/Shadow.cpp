@@ -151,8 +151,8 @@ QSGNode *Shadow::updatePaintNode(QSGNode *node, UpdatePaintNodeData *)
     const std::unique_ptr<QSGNode> before(node);
     QSGNinePatchNode *shadow = window()->createNinePatchNode();
     shadow->setTexture(window()->createTextureFromImage(m_patch));
-    const qreal horizontal = (m_patch.width() - 1) / 2;
-    const qreal vertical = (m_patch.height() - 1) / 2;
+    const int horizontal = (m_patch.width() - 1) / 2;
+    const int vertical = (m_patch.height() - 1) / 2;
     // The node does not initialise it, and draws nothing then.
     shadow->setDevicePixelRatio(1);
     shadow->setPadding(horizontal, vertical, horizontal, vertical);
