@@ -8,12 +8,9 @@
 #include "Support/TestEarthquake.h"
 #include "Support/World.h"
 
-#include <QProcess>
 #include <QTest>
 
 #include <SQLiteCpp/Database.h>
-
-#include <sys/resource.h>
 
 using namespace std::chrono_literals;
 
@@ -68,18 +65,6 @@ struct Scene
     FakeDataSource *source = new FakeDataSource;
     EarthquakeRepository repository{container.mainContext(), std::unique_ptr<EarthquakeDataSource>(source)};
 };
-
-/// What a child process does: refreshes the store at `path` with an event deeper than any whole number of kilometres.
-int refreshOnce(const QString &path)
-{
-    const rlimit noCore{0, 0};
-    setrlimit(RLIMIT_CORE, &noCore);
-    Scene scene(path);
-    ParsedEarthquake row = scene.row(QStringLiteral("deep"), 5.0, 1min);
-    row.depth = 1e19;
-    scene.refresh({row});
-    return scene.container.mainContext().fetchCount({}) == 1 ? EXIT_SUCCESS : EXIT_FAILURE;
-}
 }
 
 class AlertHandOffTest : public QObject
@@ -181,31 +166,7 @@ private Q_SLOTS:
         QCOMPARE(scene.refresh(rows), QStringLiteral("strong"));
         QVERIFY(!scene.repository.lastError());
     }
-
-    void alertThatEndsTheProcessDoesSoOnce()
-    {
-        QTemporaryDir folder;
-        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-        environment.insert(QStringLiteral("TMPDIR"), folder.path()); // for what the first leaves behind
-        for (const auto ending : {QProcess::CrashExit, QProcess::NormalExit}) {
-            QProcess child;
-            child.setProcessEnvironment(environment);
-            child.start(QCoreApplication::applicationFilePath(),
-                        {QStringLiteral("--refresh"), folder.filePath(QStringLiteral("store.sqlite"))});
-            QVERIFY(child.waitForFinished());
-            QCOMPARE(child.exitStatus(), ending);
-            QCOMPARE(child.readAllStandardError().count("kilometres\n"), ending == QProcess::CrashExit ? 1 : 0);
-            QVERIFY(ending == QProcess::CrashExit || child.exitCode() == EXIT_SUCCESS);
-        }
-    }
 };
 
-int main(int argc, char *argv[])
-{
-    QCoreApplication application(argc, argv);
-    if (argc == 3 && QByteArrayView(argv[1]) == "--refresh")
-        return refreshOnce(QString::fromLocal8Bit(argv[2]));
-    AlertHandOffTest test;
-    return QTest::qExec(&test, argc, argv);
-}
+QTEST_GUILESS_MAIN(AlertHandOffTest)
 #include "AlertHandOffTest.moc"

@@ -27,31 +27,30 @@ private Q_SLOTS:
 
     void onlyTheFullPermissionStartsUpdates_data()
     {
-        const Table<int, int> row;
-        row("not determined", int(Status::notDetermined), 0);
-        row("denied", int(Status::denied), 0);
-        row("when in use", int(Status::authorizedWhenInUse), 0);
-        row("always", int(Status::authorizedAlways), 1);
+        const Table<Status, int> row;
+        row("not determined", Status::notDetermined, 0);
+        row("when in use", Status::authorizedWhenInUse, 0);
+        row("always", Status::authorizedAlways, 1);
     }
 
     void onlyTheFullPermissionStartsUpdates()
     {
-        const auto [status, starts] = Table<int, int>::current();
+        const auto [status, starts] = Table<Status, int>::current();
         World world;
         LocationManager &manager = LocationManager::shared();
         world.settle();
-        world.locationService->status = Status(status);
+        world.locationService->status = status;
         Q_EMIT world.locationService->authorizationChanged();
         QVERIFY2(manager.authorizationStatus() == Status::notDetermined, "published inside the callback");
         world.settle();
-        QCOMPARE(int(manager.authorizationStatus()), status);
+        QVERIFY(manager.authorizationStatus() == status);
         QCOMPARE(world.locationService->starts, starts);
         manager.startUpdatingIfAuthorized();
         QCOMPARE(world.locationService->starts, 2 * starts);
         QCOMPARE(world.locationService->permissionRequests, 0);
     }
 
-    void callbacksPublishInTheirOrder()
+    void callbacksPublishInTheirOrderAndKeepThePosition()
     {
         World world;
         LocationManager &manager = LocationManager::shared();
@@ -59,12 +58,14 @@ private Q_SLOTS:
         QList<Status> published;
         connect(&manager, &LocationManager::authorizationStatusChanged, &manager,
                 [&] { published.append(manager.authorizationStatus()); });
-        world.locationService->status = Status::authorizedAlways;
-        Q_EMIT world.locationService->authorizationChanged();
-        world.locationService->status = Status::denied;
-        Q_EMIT world.locationService->authorizationChanged();
+        Q_EMIT world.locationService->locationsUpdated({{28.1, -15.4}});
+        for (const Status status : {Status::authorizedAlways, Status::denied}) {
+            world.locationService->status = status;
+            Q_EMIT world.locationService->authorizationChanged();
+        }
         world.settle();
         QCOMPARE(published, (QList{Status::authorizedAlways, Status::denied}));
+        QVERIFY(manager.userLocation() == (Coordinate{28.1, -15.4}));
     }
 
     void lastOfThePositionsCounts()
@@ -82,19 +83,6 @@ private Q_SLOTS:
         Q_EMIT world.locationService->locationsUpdated({});
         world.settle();
         QCOMPARE(told.count(), 1);
-    }
-
-    void withdrawnPermissionKeepsThePosition()
-    {
-        World world;
-        world.initialLocationStatus = Status::authorizedAlways;
-        LocationManager &manager = LocationManager::shared();
-        Q_EMIT world.locationService->locationsUpdated({{28.1, -15.4}});
-        world.locationService->status = Status::denied;
-        Q_EMIT world.locationService->authorizationChanged();
-        world.settle();
-        QVERIFY(manager.authorizationStatus() == Status::denied);
-        QVERIFY(manager.userLocation() == (Coordinate{28.1, -15.4}));
     }
 
     void asksThroughTheService()

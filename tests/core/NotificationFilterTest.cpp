@@ -24,6 +24,61 @@ using Batches = std::vector<Batch>;
 /// latitude 110.5744 km. A sphere would have 111.2 km for both.
 constexpr Coordinate userLocation{0, 0};
 constexpr Coordinate far{40, 0};
+
+Earthquake quake(const char *eventID, double magnitude, Coordinate place, Instant date = Instant{})
+{
+    return Earthquake(QString::fromLatin1(eventID), date, place.latitude, place.longitude, 10, magnitude,
+                      QStringLiteral("mbLg"), std::nullopt, QStringLiteral("SE VALVERDE"));
+}
+
+QString text(const MagnitudeAlert &alert)
+{
+    return QStringLiteral("M:") + alert.earthquake.eventID();
+}
+QString text(const ProximityAlert &alert)
+{
+    return QStringLiteral("P:%1@%2").arg(alert.earthquake.eventID()).arg(alert.distanceKm, 0, 'f', 3);
+}
+QString text(const SwarmAlert &alert)
+{
+    return QStringLiteral("S:%1/%2").arg(alert.count).arg(alert.windowMinutes);
+}
+
+QString summary(const std::vector<EarthquakeNotificationEvent> &alerts)
+{
+    QStringList texts;
+    for (const EarthquakeNotificationEvent &alert : alerts)
+        texts.append(std::visit([](const auto &each) { return text(each); }, alert));
+    return texts.join(u' ');
+}
+
+/// Switched on are alerts, and the kinds named; the magnitude from 4.0, the radius 200 km.
+struct Scene
+{
+    explicit Scene(const QString &kinds)
+    {
+        settings.setIsEnabled(true);
+        settings.setGlobalMagnitudeEnabled(kinds.contains(u"magnitude"));
+        settings.setGlobalMagnitudeCategory(MagnitudeCategory::moderate);
+        settings.setLocationNotificationsEnabled(kinds.contains(u"proximity"));
+        settings.setLocationRadiusKm(200.0);
+        settings.setSwarmNotificationsEnabled(kinds.contains(u"swarm"));
+        world.userDefaults.writes.clear();
+    }
+
+    QString alerts(const std::vector<Earthquake> &fresh, const Batches &batches = {},
+                   const std::optional<Coordinate> &position = userLocation) const
+    {
+        std::vector<Earthquake> recent;
+        for (const Batch &batch : batches)
+            for (int i = 0; i < batch.count; ++i)
+                recent.push_back(quake("recent", 1.0, far, world.clock.now() - batch.age));
+        return summary(NotificationFilter(settings, position).evaluate(fresh, recent));
+    }
+
+    World world;
+    NotificationSettings settings;
+};
 }
 Q_DECLARE_METATYPE(Batches)
 
@@ -51,12 +106,9 @@ private Q_SLOTS:
     void magnitudeReachesTheThreshold()
     {
         const auto [category, magnitude, expected] = Table<MagnitudeCategory, double, QString>::current();
-        World world;
-        NotificationSettings settings;
-        settings.setIsEnabled(true);
-        settings.setGlobalMagnitudeCategory(category);
-        QCOMPARE(summary(NotificationFilter(settings, userLocation).evaluate({event("x", magnitude, far)}, {})),
-                 expected);
+        Scene scene(QStringLiteral("magnitude"));
+        scene.settings.setGlobalMagnitudeCategory(category);
+        QCOMPARE(scene.alerts({quake("x", magnitude, far)}), expected);
     }
 
     void distanceStaysWithinTheRadius_data()
@@ -74,14 +126,9 @@ private Q_SLOTS:
     void distanceStaysWithinTheRadius()
     {
         const auto [radiusKm, place, expected] = Table<double, Coordinate, QString>::current();
-        World world;
-        NotificationSettings settings;
-        settings.setIsEnabled(true);
-        settings.setGlobalMagnitudeEnabled(false);
-        settings.setLocationNotificationsEnabled(true);
-        settings.setLocationRadiusKm(radiusKm);
-        const NotificationFilter filter(settings, userLocation);
-        QCOMPARE(summary(filter.evaluate({event("x", 1.0, place)}, {})), expected);
+        Scene scene(QStringLiteral("proximity"));
+        scene.settings.setLocationRadiusKm(radiusKm);
+        QCOMPARE(scene.alerts({quake("x", 1.0, place)}), expected);
     }
 
     void stepsFollowOneAnother_data()
@@ -97,27 +144,21 @@ private Q_SLOTS:
     void stepsFollowOneAnother()
     {
         const auto [switches, hasPosition, expected] = Table<QString, bool, QString>::current();
-        World world;
-        NotificationSettings settings;
-        settings.setIsEnabled(true);
-        switchOn(settings, switches);
+        const Scene scene(switches);
         const auto position = hasPosition ? std::optional(userLocation) : std::nullopt;
-        const std::vector<Earthquake> fresh = {event("strong", 5.0, {1, 0}), event("weak", 1.0, {1, 0}),
-                                               event("far", 5.0, far), event("weak", 1.0, {1, 0}),
-                                               event("strong", 5.0, {1, 0})};
-        QCOMPARE(summary(NotificationFilter(settings, position).evaluate(fresh, events(world, {{10, 1min}}))),
-                 expected);
+        const std::vector<Earthquake> fresh = {quake("strong", 5.0, {1, 0}), quake("weak", 1.0, {1, 0}),
+                                               quake("far", 5.0, far), quake("weak", 1.0, {1, 0}),
+                                               quake("strong", 5.0, {1, 0})};
+        QCOMPARE(scene.alerts(fresh, {{10, 1min}}, position), expected);
     }
 
     void masterSwitchStopsEverything()
     {
-        World world;
-        NotificationSettings settings;
-        switchOn(settings, QStringLiteral("magnitude proximity swarm"));
-        world.userDefaults.writes.clear();
-        const NotificationFilter filter(settings, userLocation);
-        QVERIFY(filter.evaluate({event("x", 9.0, userLocation)}, events(world, {{1000, 1min}})).empty());
-        QVERIFY(world.userDefaults.writes.isEmpty());
+        Scene scene(QStringLiteral("magnitude proximity swarm"));
+        scene.settings.setIsEnabled(false);
+        scene.world.userDefaults.writes.clear();
+        QCOMPARE(scene.alerts({quake("x", 9.0, userLocation)}, {{1000, 1min}}), QString());
+        QVERIFY(scene.world.userDefaults.writes.isEmpty());
     }
 
     void settingsAreReadAtEvaluation()
@@ -126,7 +167,7 @@ private Q_SLOTS:
         NotificationSettings settings;
         const NotificationFilter filter(settings, std::nullopt);
         settings.setIsEnabled(true);
-        QCOMPARE(summary(filter.evaluate({event("x", 1.0, far)}, {})), QStringLiteral("M:x"));
+        QCOMPARE(summary(filter.evaluate({quake("x", 1.0, far)}, {})), QStringLiteral("M:x"));
     }
 
     void swarmRulesCountTheirWindows_data()
@@ -149,16 +190,12 @@ private Q_SLOTS:
     void swarmRulesCountTheirWindows()
     {
         const auto [recent, expectedAlerts, expectedSaved] = Table<Batches, QString, QString>::current();
-        World world;
-        NotificationSettings settings;
-        settings.setIsEnabled(true);
-        switchOn(settings, QStringLiteral("swarm"));
-        world.userDefaults.writes.clear();
-        QCOMPARE(summary(NotificationFilter(settings, std::nullopt).evaluate({}, events(world, recent))),
-                 expectedAlerts);
-        QCOMPARE(world.userDefaults.writes.join(u' ').remove(QStringLiteral("swarm.lastNotified.")), expectedSaved);
-        for (const QString &key : std::as_const(world.userDefaults.writes))
-            QVERIFY(world.userDefaults.dateValue(key) == world.clock.now());
+        const Scene scene(QStringLiteral("swarm"));
+        QCOMPARE(scene.alerts({}, recent), expectedAlerts);
+        const QStringList &writes = scene.world.userDefaults.writes;
+        QCOMPARE(writes.join(u' ').remove(QStringLiteral("swarm.lastNotified.")), expectedSaved);
+        for (const QString &key : writes)
+            QVERIFY(scene.world.userDefaults.dateValue(key) == scene.world.clock.now());
     }
 
     void swarmRuleThatFiredStaysSilent_data()
@@ -175,18 +212,13 @@ private Q_SLOTS:
     void swarmRuleThatFiredStaysSilent()
     {
         const auto [lastNotified, alerts] = Table<QVariant, QString>::current();
-        World world;
-        NotificationSettings settings;
-        settings.setIsEnabled(true);
-        switchOn(settings, QStringLiteral("swarm"));
+        Scene scene(QStringLiteral("swarm"));
         const QString key = QStringLiteral("swarm.lastNotified.10in10");
         if (lastNotified.isValid())
-            world.userDefaults.values.insert(key, lastNotified);
-        const NotificationFilter filter(settings, std::nullopt);
-        QCOMPARE(summary(filter.evaluate({}, events(world, {{100, 1min}}))), alerts);
+            scene.world.userDefaults.values.insert(key, lastNotified);
+        QCOMPARE(scene.alerts({}, {{100, 1min}}), alerts);
         const bool hasFired = alerts.startsWith(u"S:100/10 ");
-        const QVariant expected = hasFired ? ago(0s) : lastNotified;
-        QCOMPARE(world.userDefaults.values.value(key), expected);
+        QCOMPARE(scene.world.userDefaults.values.value(key), hasFired ? ago(0s) : lastNotified);
     }
 
 private:
@@ -195,48 +227,6 @@ private:
     {
         const Instant moment = FakeClock().now() - age;
         return QDateTime::fromMSecsSinceEpoch(moment.time_since_epoch().count(), Qt::UTC);
-    }
-
-    static Earthquake event(const char *eventID, double magnitude, Coordinate place, Instant date = Instant{})
-    {
-        return Earthquake(QString::fromLatin1(eventID), date, place.latitude, place.longitude, 10, magnitude,
-                          QStringLiteral("mbLg"), std::nullopt, QStringLiteral("SE VALVERDE"));
-    }
-
-    static std::vector<Earthquake> events(const World &world, const Batches &batches)
-    {
-        std::vector<Earthquake> result;
-        for (const Batch &batch : batches)
-            for (int i = 0; i < batch.count; ++i)
-                result.push_back(event("recent", 1.0, far, world.clock.now() - batch.age));
-        return result;
-    }
-
-    static void switchOn(NotificationSettings &settings, const QString &switches)
-    {
-        settings.setGlobalMagnitudeEnabled(switches.contains(u"magnitude"));
-        settings.setGlobalMagnitudeCategory(MagnitudeCategory::moderate);
-        settings.setLocationNotificationsEnabled(switches.contains(u"proximity"));
-        settings.setLocationRadiusKm(200.0);
-        settings.setSwarmNotificationsEnabled(switches.contains(u"swarm"));
-    }
-
-    static QString text(const MagnitudeAlert &alert) { return QStringLiteral("M:") + alert.earthquake.eventID(); }
-    static QString text(const ProximityAlert &alert)
-    {
-        return QStringLiteral("P:%1@%2").arg(alert.earthquake.eventID()).arg(alert.distanceKm, 0, 'f', 3);
-    }
-    static QString text(const SwarmAlert &alert)
-    {
-        return QStringLiteral("S:%1/%2").arg(alert.count).arg(alert.windowMinutes);
-    }
-
-    static QString summary(const std::vector<EarthquakeNotificationEvent> &alerts)
-    {
-        QStringList texts;
-        for (const EarthquakeNotificationEvent &alert : alerts)
-            texts.append(std::visit([](const auto &each) { return text(each); }, alert));
-        return texts.join(u' ');
     }
 };
 
