@@ -10,7 +10,6 @@
 #include "Support/World.h"
 
 #include <QPromise>
-#include <QSignalSpy>
 #include <QTest>
 
 #include <SQLiteCpp/Database.h>
@@ -156,9 +155,7 @@ private Q_SLOTS:
     {
         const Table<QList<ParsedEarthquake>, QString> row;
         using Page = QList<ParsedEarthquake>;
-        row("empty page", Page{}, "a:2.5 b:3");
         row("all known", Page{quake("b", 3), quake("a")}, "a:2.5 b:3");
-        row("known with other values", Page{quake("a", 5, "ELSEWHERE")}, "a:2.5 b:3");
         row("one new among known", Page{quake("a", 5), quake("c", 1), quake("b", 3)}, "a:2.5 b:3 c:1");
         row("number differs in case", Page{quake("A", 1)}, "a:2.5 b:3 A:1");
         row("twice in the page: the last values", Page{quake("c", 1), quake("c", 2)}, "a:2.5 b:3 c:2");
@@ -264,23 +261,6 @@ private Q_SLOTS:
         QVERIFY(ended.isFinished());
         QCOMPARE(scene.log(), QString());
         QCOMPARE(scene.stored(), QString());
-    }
-
-    void theSecondWindowFindsTheFirstOnesRows()
-    {
-        Scene scene;
-        auto *otherSource = new FakeDataSource;
-        EarthquakeRepository other(scene.container.mainContext(), std::unique_ptr<EarthquakeDataSource>(otherSource));
-        scene.source->rows = {quake("a")};
-        otherSource->rows = {quake("a", 4)};
-        scene.source->holdsAnswers = otherSource->holdsAnswers = true;
-        scene.repository->refresh();
-        other.refresh();
-        QSignalSpy saves(&scene.container, &ModelContainer::didSave);
-        scene.source->release();
-        otherSource->release();
-        QCOMPARE(saves.count(), 1);
-        QCOMPARE(scene.stored(), QStringLiteral("a:2.5"));
     }
 
     void theCountdownGoesToZeroBySeconds()

@@ -237,15 +237,6 @@ private Q_SLOTS:
         QVERIFY(m_server.requests().size() < 30);
     }
 
-    void unknownCertificateIsRefused()
-    {
-        LoopbackServer stranger(LoopbackServer::Security::selfSigned);
-        stranger.answer(path, LoopbackServer::page("hello"));
-        const Transfer transfer(stranger.url(path));
-        QVERIFY(transfer.fails());
-        QCOMPARE(stranger.requests().size(), size_t(0));
-    }
-
     void requestCarriesNothingOfOurOwn()
     {
         m_server.answer(path, LoopbackServer::message("200 OK", "Set-Cookie: a=b\r\nContent-Length: 0\r\n", {}));
