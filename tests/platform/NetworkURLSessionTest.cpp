@@ -190,7 +190,7 @@ private Q_SLOTS:
         row("gzip with a tail", Server::message("200 OK", gzipHeaders(packed + "tail"), packed + "tail"));
         const QByteArray bomb = Server::gzip(QByteArray(NetworkURLSession::bodyLimit, '\0')).repeated(64);
         row("a gigabyte, gzip", Server::message("200 OK", gzipHeaders(bomb), bomb));
-        row("17 MiB without a length", Server::message("200 OK", {}, QByteArray(17 * 1024 * 1024, 'a')));
+        row("17 MiB without a length", Server::message("200 OK", {}, QByteArray(17 * qsizetype{1024} * 1024, 'a')));
         row("redirect to a file", redirectTo(QUrl(QStringLiteral("file:///etc/hostname"))));
         row("redirect to nowhere", redirectTo(QUrl(QStringLiteral("http://127.0.0.1:1/"))));
     }

@@ -214,7 +214,8 @@ private Q_SLOTS:
         (*screen)->setProperty("showSettings", true);
         shown.settle();
         const QQuickItem *sheet = shown.item(QStringLiteral("settingsSheet"));
-        QVERIFY(sheet && shown.named(QStringLiteral("Notifications")));
+        QVERIFY(sheet);
+        QVERIFY(shown.named(QStringLiteral("Notifications")));
         QVERIFY(sheet->mapToScene(QPointF(0, sheet->height())).y() <= 480 - 24);
         QCOMPARE(faultsOfItems(shown.window()), QStringList());
         shown.press(Qt::Key_Escape);
