@@ -20,20 +20,21 @@ class StoreFailureTest : public QObject
 private Q_SLOTS:
     void programSaysWhyAndLeavesTheFileAlone_data()
     {
-        const Table<Prepare> row;
-        row("of a newer version", [](const QString &path) {
-            SQLite::Database(path.toStdString(), SQLite::OPEN_READWRITE).exec("PRAGMA user_version = 1000");
-        });
-        row("on a medium that cannot be written", [](const QString &path) {
-            const QString folder = QFileInfo(path).path();
-            mount({QStringLiteral("--bind"), folder, folder});
-            mount({QStringLiteral("-o"), QStringLiteral("remount,ro,bind"), folder});
-        });
+        const Table<Prepare, QByteArray> row;
+        const Prepare makeNewer = [](const QString &path) { execute(path, "PRAGMA user_version = 1000"); };
+        row("of a newer version", makeNewer, "newer version");
+        const Prepare makeReadOnly = [](const QString &path) {
+            // Otherwise SQLite leaves files for the log beside it.
+            execute(path, "PRAGMA journal_mode = DELETE");
+            mount({QStringLiteral("--bind"), path, path});
+            mount({QStringLiteral("-o"), QStringLiteral("remount,ro,bind"), path});
+        };
+        row("that cannot be written", makeReadOnly, "it cannot be written");
     }
 
     void programSaysWhyAndLeavesTheFileAlone()
     {
-        const auto [prepare] = Table<Prepare>::current();
+        const auto [prepare, reason] = Table<Prepare, QByteArray>::current();
         QTemporaryDir home;
         const QString path = RunningProgram::storePath(home);
         QVERIFY(QDir().mkpath(QFileInfo(path).path()));
@@ -48,12 +49,17 @@ private Q_SLOTS:
         QCOMPARE(program.exitStatus(), 1);
         const QByteArray said = program.standardError();
         QVERIFY2(said.startsWith("Failed to create ModelContainer: "), said);
-        QVERIFY2(said.contains(path.toUtf8()), said);
+        QVERIFY2(said.contains(path.toUtf8()) && said.contains(reason), said);
         QCOMPARE(said.count('\n'), 1);
         QCOMPARE(contents(home.filePath(QStringLiteral("data"))), before);
     }
 
 private:
+    static void execute(const QString &path, const char *sql)
+    {
+        SQLite::Database(path.toStdString(), SQLite::OPEN_READWRITE).exec(sql);
+    }
+
     static void mount(const QStringList &arguments)
     {
         QCOMPARE(QProcess::execute(QStringLiteral("mount"), arguments), 0);
