@@ -29,24 +29,6 @@ class MarkerIndexTest : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void theMostImportantUnderThePointIsTaken_data()
-    {
-        const Table<QPointF, int> row;
-        row("the middle of one", QPointF(-16, -30), 0);
-        row("where two overlap", QPointF(-15.9, -30), 0);
-        row("on the edge", QPointF(-16.1399, -30), 0);
-        row("just beyond the edge", QPointF(-16.1401, -30), -1);
-        row("the lower one's free side", QPointF(-15.7, -30), 1);
-        row("in the corner of the square", QPointF(-16.12, -30.12), -1);
-    }
-
-    void theMostImportantUnderThePointIsTaken()
-    {
-        const auto [point, expected] = Table<QPointF, int>::current();
-        const MarkerIndex index({{-16, -30}, {-15.8, -30}, {-10, -10}});
-        QCOMPARE(int(index.topmostAt(point, 0.14).value_or(-1)), expected);
-    }
-
     void searchesAgreeWithLookingAtAll()
     {
         const std::vector<QPointF> positions = randomPositions(400);
