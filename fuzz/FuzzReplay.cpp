@@ -9,6 +9,7 @@
 #include <fstream>
 #include <iterator>
 #include <random>
+#include <set>
 #include <vector>
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size);
@@ -20,9 +21,12 @@ constexpr unsigned seed = 1;
 
 std::vector<Bytes> corpusIn(const char *folder)
 {
+    // A folder has no order of its own, and the seed means something only with one.
+    const std::filesystem::directory_iterator entries(folder);
+    std::set<std::filesystem::path> paths(begin(entries), end(entries));
     std::vector<Bytes> corpus;
-    for (const auto &entry : std::filesystem::directory_iterator(folder)) {
-        std::ifstream file(entry.path(), std::ios::binary);
+    for (const std::filesystem::path &path : paths) {
+        std::ifstream file(path, std::ios::binary);
         corpus.emplace_back(std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>());
     }
     return corpus;

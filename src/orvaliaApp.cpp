@@ -84,9 +84,11 @@ void orvaliaApp::comeToFront()
     const QList<QWindow *> windows = mainWindows();
     if (windows.isEmpty())
         return openMainWindow();
-    const auto active =
-        std::find_if(windows.begin(), windows.end(), [](QWindow *window) { return window->isActive(); });
-    QWindow *const front = active == windows.end() ? windows.last() : *active;
+    auto used = windows.end();
+    // What is known of a window's use is a screen within it.
+    for (const QObject *part = MainWindows::shared().front(); part && used == windows.end(); part = part->parent())
+        used = std::find(windows.begin(), windows.end(), part);
+    QWindow *const front = used == windows.end() ? windows.last() : *used;
     front->setWindowStates(front->windowStates() & ~Qt::WindowMinimized);
     front->raise();
     front->requestActivate();

@@ -10,6 +10,11 @@ MainTabScreen::MainTabScreen(QObject *parent)
     QMetaObject::invokeMethod(this, requestNotificationPermissionOnFirstLaunch, Qt::QueuedConnection);
 }
 
+MainTabScreen::~MainTabScreen()
+{
+    EarthquakeRepository::retire(std::move(m_repository), m_container);
+}
+
 void MainTabScreen::setContainer(ModelContainer *container)
 {
     Q_ASSERT(container && !m_container);

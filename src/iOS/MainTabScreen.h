@@ -18,6 +18,7 @@ class MainTabScreen : public QObject
 
 public:
     explicit MainTabScreen(QObject *parent = nullptr);
+    ~MainTabScreen() override;
 
     ModelContainer *container() const { return m_container; }
     /// The repository of this root, over the container's main context; null until there is a container.

@@ -50,11 +50,17 @@ struct Activity
         return Platform::shared<Activity>([] { return new Activity; });
     }
 
-    /// Begins a run from the event loop, behind whatever called.
+    /// Begins a run from the event loop, behind whatever called. Without a store it ends before it has begun; the
+    /// next one tries again.
     void beginRun()
     {
-        QMetaObject::invokeMethod(
-            &runs, [this] { new Run(&runs); }, Qt::QueuedConnection);
+        const auto begin = [this] {
+            try {
+                new Run(&runs);
+            } catch (const StoreError &) {
+            }
+        };
+        QMetaObject::invokeMethod(&runs, begin, Qt::QueuedConnection);
     }
 };
 }

@@ -20,6 +20,7 @@ MacMainScreen::MacMainScreen(QObject *parent)
 MacMainScreen::~MacMainScreen()
 {
     MainWindows::shared().remove(this);
+    EarthquakeRepository::retire(std::move(m_repository), m_container);
 }
 
 bool MacMainScreen::isFront() const

@@ -1,6 +1,10 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "orvaliaApp.h"
+#include "Core/Persistence/ModelContext.h"
+#include "Core/Persistence/PersistenceController.h"
+#include "PageGenerator.h"
 #include "Support/World.h"
+#include "macOS/MainWindows.h"
 
 #include <QGuiApplication>
 #include <QSignalSpy>
@@ -26,6 +30,8 @@ private Q_SLOTS:
     void keyOpensOneMoreMainWindowWhichGoesWhenClosed()
     {
         World world;
+        world.urlSession.enqueue(PageGenerator::page(PageGenerator(3).ordinary(4, world.clock.now())));
+        world.urlSession.holdsAnswers = true;
         const orvaliaApp app;
         const QPointer<QWindow> first = shownWindows().first();
         for (const int windows : {2, 3}) {
@@ -35,9 +41,15 @@ private Q_SLOTS:
             QTest::keyClick(newest, Qt::Key_N, Qt::ControlModifier);
             QCOMPARE(shownWindows().size(), windows);
         }
+        world.settle();
+        QCOMPARE(world.urlSession.requests.size(), 3U);
         first->close();
         QTRY_VERIFY(!first);
         QCOMPARE(shownWindows().size(), 2);
+        // What it was fetching comes all the same.
+        world.urlSession.release();
+        world.settle();
+        QCOMPARE(PersistenceController::shared().container().mainContext().fetchCount({}), 4);
     }
 
     void secondStartShowsTheWindowThatThereIsOrANewOne()
@@ -50,6 +62,20 @@ private Q_SLOTS:
         QCOMPARE(shownWindows(), QWindowList{window});
         QVERIFY(!window->windowStates().testFlag(Qt::WindowMinimized));
         QTRY_VERIFY(window->isActive());
+        // Of several the one used last, even if another program is in use now.
+        Q_EMIT MainWindows::shared().newWindowWanted();
+        QWindowList others = shownWindows();
+        QVERIFY(others.removeOne(window.data()));
+        window->requestActivate();
+        QTRY_VERIFY(window->isActive());
+        QWindow other;
+        other.show();
+        other.requestActivate();
+        QTRY_VERIFY(other.isActive());
+        app.comeToFront();
+        QTRY_VERIFY(window->isActive());
+        other.close();
+        others.first()->close();
         window->close();
         QVERIFY(shownWindows().isEmpty());
         app.comeToFront();

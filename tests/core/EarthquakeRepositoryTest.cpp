@@ -263,6 +263,22 @@ private Q_SLOTS:
         QCOMPARE(scene.stored(), QString());
     }
 
+    void aRetiredRepositoryEndsAfterItsRefresh()
+    {
+        Scene scene;
+        auto *source = new FakeDataSource;
+        source->rows = {quake("a")};
+        source->holdsAnswers = true;
+        const QPointer repository(
+            new EarthquakeRepository(scene.container.mainContext(), std::unique_ptr<EarthquakeDataSource>(source)));
+        repository->refresh();
+        EarthquakeRepository::retire(std::unique_ptr<EarthquakeRepository>(repository), &scene.container);
+        source->release();
+        scene.world.settle();
+        QVERIFY(scene.stored().startsWith(u'a'));
+        QVERIFY(!repository);
+    }
+
     void theCountdownGoesToZeroBySeconds()
     {
         Scene scene;

@@ -9,6 +9,8 @@
 
 #include <QTest>
 
+#include <SQLiteCpp/Database.h>
+
 using namespace std::chrono_literals;
 
 class MacBackgroundRefreshManagerTest : public QObject
@@ -85,6 +87,20 @@ private Q_SLOTS:
         QCOMPARE(screens.fetchCount({}), 12);
         QCOMPARE(world.userNotificationCenter.sent.size(), 1U);
         QCOMPARE(world.userNotificationCenter.sent.front().identifier, rows.last().eventID);
+    }
+
+    void runWithoutAStoreIsOneThatFailed()
+    {
+        World world;
+        SQLite::Database store(PersistenceController::shared().container().location().toStdString(),
+                               SQLite::OPEN_READWRITE);
+        MacBackgroundRefreshManager::scheduleRefresh(300);
+        for (const auto &[version, requests] : {std::pair("99", 0U), {"1", 1U}}) {
+            store.exec(std::string("PRAGMA user_version = ") + version);
+            world.schedulers.back()->block([](BackgroundActivityScheduler::Result) {});
+            world.settle();
+            QCOMPARE(world.urlSession.requests.size(), requests);
+        }
     }
 
     void endInTheMiddleOfARunIsHarmless()

@@ -62,6 +62,14 @@ EarthquakeRepository::EarthquakeRepository(ModelContext &context, std::unique_pt
 
 EarthquakeRepository::~EarthquakeRepository() = default;
 
+void EarthquakeRepository::retire(std::unique_ptr<EarthquakeRepository> repository, QObject *keeper)
+{
+    if (!repository || !repository->isLoading())
+        return;
+    connect(repository.get(), &EarthquakeRepository::isLoadingChanged, repository.get(), &QObject::deleteLater);
+    repository.release()->setParent(keeper);
+}
+
 QFuture<void> EarthquakeRepository::refresh(bool startsCooldown)
 {
     if (m_isLoading)

@@ -18,8 +18,8 @@ class ModelContext;
 class NotificationSettings;
 
 /// The one place where the catalogue changes: fetches the source's list, stores what is not yet known, and remembers
-/// when that last went well. Holds no events of its own; screens read the store. The end of a repository abandons the
-/// fetch under way: its rows are not stored, and the next refresh of another one fetches them again.
+/// when that last went well. Holds no events of its own; screens read the store. Nothing cancels a refresh but the end
+/// of its repository, which abandons the fetch; whose owner may go before that hands it to retire().
 class EarthquakeRepository : public QObject
 {
     Q_OBJECT
@@ -33,6 +33,10 @@ public:
     explicit EarthquakeRepository(ModelContext &context, std::unique_ptr<EarthquakeDataSource> dataSource = nullptr,
                                   QObject *parent = nullptr);
     ~EarthquakeRepository() override;
+
+    /// Ends a repository, null or not, at once or right after the refresh under way. Until then it belongs to `keeper`,
+    /// which must not outlive what the repository uses by a turn of the event loop.
+    static void retire(std::unique_ptr<EarthquakeRepository> repository, QObject *keeper);
 
     /// A refresh is under way; a second one is then refused.
     bool isLoading() const { return m_isLoading; }
