@@ -26,6 +26,8 @@ private Q_SLOTS:
         row("radius off the choices", "settings.locationRadiusKm", 37.5, "0 1 micro 0 37.5 0 10min");
         row("category in capitals", "settings.globalMagCategory", QStringLiteral("Strong"), "0 1 micro 0 100 0 10min");
         row("unknown interval", "settings.refreshInterval", QStringLiteral("90min"), "0 1 micro 0 100 0 10min");
+        row("magnitude switched off", "settings.globalMagEnabled", false, "0 0 micro 0 100 0 10min");
+        row("swarm switched on", "settings.swarmEnabled", true, "0 1 micro 0 100 1 10min");
         row("old threshold unset", "notificationMagnitudeThreshold", 0.0, "0 1 micro 0 100 0 10min");
     }
 
