@@ -94,6 +94,7 @@ void evaluating(Budgets &budgets)
     const Evaluation tenPages(world, 10 * rowsOfAPage);
     PageGenerator generator(4);
     std::vector<QList<ParsedEarthquake>> pages;
+    pages.reserve(runs);
     for (int run = 0; run < runs; ++run)
         pages.push_back(generator.swarm(rowsOfAPage, world.clock.now(), std::chrono::hours(24)));
     ModelContainer container({.path = world.folder.filePath(QStringLiteral("alerts.sqlite"))});

@@ -223,6 +223,7 @@ private Q_SLOTS:
     {
         Map map;
         std::vector<Earthquake> events;
+        events.reserve(50);
         for (int i = 0; i < 50; ++i)
             events.push_back(map.at({100.0 + 8 * i, 200}, 1));
         map.set.setEarthquakes(events);

@@ -16,8 +16,7 @@ icu::UnicodeString patternFor(const QString &skeleton, const icu::Locale &locale
         icu::DateTimePatternGenerator::createInstance(locale, status));
     checkIcu(status, "date patterns");
     // Without the option a locale that writes 3:03 does so even where "HH" asks for two digits.
-    const icu::UnicodeString pattern =
-        generator->getBestPattern(toIcu(skeleton), UDATPG_MATCH_HOUR_FIELD_LENGTH, status);
+    icu::UnicodeString pattern = generator->getBestPattern(toIcu(skeleton), UDATPG_MATCH_HOUR_FIELD_LENGTH, status);
     checkIcu(status, "date patterns");
     return pattern;
 }

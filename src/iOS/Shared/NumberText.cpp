@@ -60,7 +60,7 @@ QString fitted(QString text, const QFontMetricsF &metrics, qreal width)
 {
     const QString whole = text;
     while (!text.isEmpty()) {
-        const QString shown = text.size() == whole.size() ? whole : text + QChar(0x2026);
+        QString shown = text.size() == whole.size() ? whole : text + QChar(0x2026);
         if (widthOf(cellsOf(shown, metrics)) <= width + 0.5)
             return shown;
         text.chop(1);
