@@ -131,6 +131,7 @@ private Q_SLOTS:
         row("page", Server::page("hello"), "200", "hello");
         row("no content", Server::message("204 No Content", {}, {}), "204", "");
         row("not modified", Server::message("304 Not Modified", {}, {}), "304", "");
+        row("moved to nowhere", Server::message("301 Moved Permanently", "Content-Length: 0\r\n", {}), "301", "");
         row("not found", Server::message("404 Not Found", "Content-Length: 4\r\n", "gone"), "404", "gone");
         row("forbidden", Server::message("401 No", "WWW-Authenticate: Basic realm=\"x\"\r\nContent-Length: 0\r\n", {}),
             "401", "");

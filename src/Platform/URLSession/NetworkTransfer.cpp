@@ -124,7 +124,11 @@ void NetworkTransfer::conclude()
 {
     const QNetworkReply::NetworkError error = m_reply->error();
     const std::optional<int> status = statusOf(*m_reply);
-    if (error != QNetworkReply::NoError && !(isServersVerdict(error) && status >= 400))
+    const bool isVerdict = isServersVerdict(error) && status >= 400;
+    // Qt makes an error of a redirection that does not say where to.
+    const bool leadsNowhere =
+        error == QNetworkReply::ProtocolUnknownError && status && !m_reply->hasRawHeader("Location");
+    if (error != QNetworkReply::NoError && !isVerdict && !leadsNowhere)
         return fail(m_reply->errorString());
     if (m_gzip && !m_gzip->isComplete())
         return fail(QStringLiteral("The answer is cut short."));
