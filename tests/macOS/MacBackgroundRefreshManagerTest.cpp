@@ -5,6 +5,7 @@
 #include "Core/Persistence/PersistenceController.h"
 #include "PageGenerator.h"
 #include "Platform/BackgroundActivity/ClockActivityScheduler.h"
+#include "Support/Table.h"
 #include "Support/World.h"
 
 #include <QTest>
@@ -20,26 +21,22 @@ class MacBackgroundRefreshManagerTest : public QObject
 private Q_SLOTS:
     void settingsDecideTheInterval_data()
     {
-        QTest::addColumn<QString>("choice");
-        QTest::addColumn<double>("interval");
-        QTest::addColumn<double>("tolerance");
-        QTest::newRow("five minutes") << "5min" << 300.0 << 30.0;
-        QTest::newRow("ten minutes") << "10min" << 600.0 << 60.0;
-        QTest::newRow("thirty minutes") << "30min" << 1800.0 << 180.0;
-        QTest::newRow("an hour") << "60min" << 3600.0 << 360.0;
+        Table<QString, double, double> row;
+        row("five minutes", "5min", 300.0, 30.0);
+        row("an hour", "60min", 3600.0, 360.0);
     }
 
     void settingsDecideTheInterval()
     {
-        QFETCH(QString, choice);
+        const auto [choice, interval, tolerance] = Table<QString, double, double>::current();
         World world;
         NotificationSettings::shared().setRefreshInterval(*RefreshInterval::fromRawValue(choice));
         MacBackgroundRefreshManager::applySettings();
         const FakeBackgroundActivityScheduler &scheduler = *world.schedulers.back();
         QCOMPARE(scheduler.identifier, QStringLiteral("orvalia.bgrefresh"));
         QCOMPARE(scheduler.repeats, true);
-        QTEST(scheduler.interval, "interval");
-        QTEST(scheduler.tolerance, "tolerance");
+        QCOMPARE(scheduler.interval, interval);
+        QCOMPARE(scheduler.tolerance, tolerance);
         QVERIFY(scheduler.quality == BackgroundActivityScheduler::QualityOfService::utility);
         QVERIFY(scheduler.block);
     }

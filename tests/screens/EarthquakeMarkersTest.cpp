@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "Core/Models/Region.h"
 #include "Platform/Map/MapController.h"
+#include "Support/Table.h"
 #include "Support/World.h"
 #include "iOS/Shared/EarthquakeMarkerLayer.h"
 #include "iOS/Shared/MarkerDisc.h"
@@ -247,12 +248,7 @@ private Q_SLOTS:
 
     void theUppermostMarkerUnderThePointerIsTaken_data()
     {
-        QTest::addColumn<QPointF>("point");
-        QTest::addColumn<bool>("byFinger");
-        QTest::addColumn<QString>("eventID");
-        const auto row = [](const char *name, const QPointF &point, bool byFinger, const char *eventID) {
-            QTest::newRow(name) << point << byFinger << QString::fromLatin1(eventID);
-        };
+        Table<QPointF, bool, QString> row;
         row("middle", {100, 100}, false, "1");
         row("inside the edge", {86.1, 100}, false, "1");
         row("outside the edge", {85.9, 100}, false, "");
@@ -269,14 +265,13 @@ private Q_SLOTS:
 
     void theUppermostMarkerUnderThePointerIsTaken()
     {
-        QFETCH(QPointF, point);
-        QFETCH(bool, byFinger);
+        const auto [point, byFinger, eventID] = Table<QPointF, bool, QString>::current();
         Map map;
         map.set.setEarthquakes(
             {map.at({100, 100}, 1), map.at({115, 100}, 1), map.at({280, 300}, 1), map.at({300, 300}, 1)});
         map.set.setSelected(map.set.earthquakes()[3]);
         const auto found = map.layer.earthquakeAt(point, byFinger);
-        QTEST(found ? found->eventID() : QString(), "eventID");
+        QCOMPARE(found ? found->eventID() : QString(), eventID);
     }
 
     void latestAndSelectedAreRaised()

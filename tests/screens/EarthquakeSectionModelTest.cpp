@@ -3,6 +3,7 @@
 #include "Core/Persistence/EarthquakeQuery.h"
 #include "Core/Persistence/ModelContainer.h"
 #include "Core/Persistence/ModelContext.h"
+#include "Support/Table.h"
 #include "Support/TestEarthquake.h"
 #include "Support/World.h"
 
@@ -78,14 +79,7 @@ class EarthquakeSectionModelTest : public QObject
 private Q_SLOTS:
     void tellsOnlyWhatChanged_data()
     {
-        QTest::addColumn<QList<quint32>>("before");
-        QTest::addColumn<QList<quint32>>("after");
-        QTest::addColumn<QString>("shown");
-        QTest::addColumn<QString>("told");
-        const auto row = [](const char *name, const QList<quint32> &before, const QList<quint32> &after,
-                            const char *shown, const char *told) {
-            QTest::newRow(name) << before << after << QString::fromLatin1(shown) << QString::fromLatin1(told);
-        };
+        Table<QList<quint32>, QList<quint32>, QString, QString> row;
         row("the same again", {0, 1, 2}, {0, 1, 2}, "a b c", "");
         row("new on top", {2, 4}, {0, 1, 2, 4}, "a b c e", "inserted 0-1");
         row("new in the middle", {0, 4}, {0, 1, 2, 4}, "a b c e", "inserted 1-2");
@@ -100,14 +94,13 @@ private Q_SLOTS:
 
     void tellsOnlyWhatChanged()
     {
-        QFETCH(QList<quint32>, before);
-        QFETCH(QList<quint32>, after);
+        const auto [before, after, shown, told] = Table<QList<quint32>, QList<quint32>, QString, QString>::current();
         Fixture f;
         const std::vector<Earthquake> events = fiveEvents();
         f.show(events, {before.begin(), before.end()});
         f.show(events, {after.begin(), after.end()});
-        QTEST(f.shown(), "shown");
-        QTEST(f.told.join(u','), "told");
+        QCOMPARE(f.shown(), shown);
+        QCOMPARE(f.told.join(u','), told);
         QCOMPARE(f.resets.count() + f.layoutChanges.count(), 0);
     }
 
@@ -162,24 +155,23 @@ private Q_SLOTS:
 
     void chosenRowGoesWithItsEvent_data()
     {
-        QTest::addColumn<QList<quint32>>("after");
-        QTest::addColumn<int>("row");
-        QTest::newRow("rows above go") << QList<quint32>{2, 3, 4} << 1;
-        QTest::newRow("rows above come") << QList<quint32>{0, 1, 2, 3, 4} << 3;
-        QTest::newRow("itself goes: the one in its place") << QList<quint32>{0, 1, 2, 4} << 2;
-        QTest::newRow("itself goes, and all behind it") << QList<quint32>{0, 1} << 1;
-        QTest::newRow("all go") << QList<quint32>{} << -1;
+        Table<QList<quint32>, int> row;
+        row("rows above go", QList<quint32>{2, 3, 4}, 1);
+        row("rows above come", QList<quint32>{0, 1, 2, 3, 4}, 3);
+        row("itself goes: the one in its place", QList<quint32>{0, 1, 2, 4}, 2);
+        row("itself goes, and all behind it", QList<quint32>{0, 1}, 1);
+        row("all go", QList<quint32>{}, -1);
     }
 
     void chosenRowGoesWithItsEvent()
     {
-        QFETCH(QList<quint32>, after);
+        const auto [after, row] = Table<QList<quint32>, int>::current();
         Fixture f;
         const std::vector<Earthquake> events = fiveEvents();
         f.show(events, {1, 2, 3, 4});
         f.model.setCurrentRow(2);
         f.show(events, {after.begin(), after.end()});
-        QTEST(f.model.currentRow(), "row");
+        QCOMPARE(f.model.currentRow(), row);
     }
 
     void onlyARowThatThereIsCanBeChosen()

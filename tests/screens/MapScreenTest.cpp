@@ -3,6 +3,7 @@
 
 #include "Core/Persistence/ModelContext.h"
 #include "Support/FakeDataSource.h"
+#include "Support/Table.h"
 #include "Support/TestEarthquake.h"
 #include "Support/World.h"
 
@@ -51,25 +52,22 @@ class MapScreenTest : public QObject
 private Q_SLOTS:
     void filtersChooseTheMarkersAndTheLatest_data()
     {
-        QTest::addColumn<int>("magnitude");
-        QTest::addColumn<int>("date");
-        QTest::addColumn<QString>("shown");
-        QTest::newRow("everything, however old") << int(MagnitudeFilter::all) << int(DateFilter::all) << "1 2 3";
-        QTest::newRow("one category") << int(MagnitudeFilter::low) << int(DateFilter::all) << "1 3";
-        QTest::newRow("latest of another one") << int(MagnitudeFilter::moderate) << int(DateFilter::all) << "2";
-        QTest::newRow("exactly at the cut-off") << int(MagnitudeFilter::all) << int(DateFilter::last24h) << "1 2";
-        QTest::newRow("both") << int(MagnitudeFilter::low) << int(DateFilter::last7d) << "1";
-        QTest::newRow("nothing") << int(MagnitudeFilter::major) << int(DateFilter::all) << QString();
+        Table<int, int, QString> row;
+        row("everything, however old", int(MagnitudeFilter::all), int(DateFilter::all), "1 2 3");
+        row("one category", int(MagnitudeFilter::low), int(DateFilter::all), "1 3");
+        row("latest of another one", int(MagnitudeFilter::moderate), int(DateFilter::all), "2");
+        row("exactly at the cut-off", int(MagnitudeFilter::all), int(DateFilter::last24h), "1 2");
+        row("both", int(MagnitudeFilter::low), int(DateFilter::last7d), "1");
+        row("nothing", int(MagnitudeFilter::major), int(DateFilter::all), QString());
     }
 
     void filtersChooseTheMarkersAndTheLatest()
     {
-        QFETCH(int, magnitude);
-        QFETCH(int, date);
+        const auto [magnitude, date, shown] = Table<int, int, QString>::current();
         Fixture f;
         f.screen.setSelectedFilter(magnitude);
         f.screen.setSelectedDateFilter(date);
-        QTEST(f.shown(), "shown");
+        QCOMPARE(f.shown(), shown);
         QCOMPARE(f.screen.hasFilter(), magnitude != 0 || date != 0);
         const auto latest = f.screen.markers()->latest();
         QCOMPARE(latest ? latest->eventID() : QString(), f.shown().section(u' ', 0, 0));

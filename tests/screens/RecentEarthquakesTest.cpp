@@ -4,6 +4,7 @@
 #include "Core/Persistence/ModelContainer.h"
 #include "Core/Persistence/ModelContext.h"
 #include "Platform/Text/TextSearch.h"
+#include "Support/Table.h"
 #include "Support/TestEarthquake.h"
 #include "Support/World.h"
 
@@ -21,22 +22,20 @@ class RecentEarthquakesTest : public QObject
 private Q_SLOTS:
     void sectionsByAge_data()
     {
-        QTest::addColumn<qint64>("secondsAgo");
-        QTest::addColumn<int>("section");
-        QTest::newRow("in the future") << qint64(-3600) << 0;
-        QTest::newRow("now") << qint64(0) << 0;
-        QTest::newRow("24 h exactly") << qint64(86400) << 0;
-        QTest::newRow("24 h and a second") << qint64(86401) << 1;
-        QTest::newRow("7 d exactly") << qint64(604800) << 1;
-        QTest::newRow("7 d and a second") << qint64(604801) << 2;
-        QTest::newRow("30 d exactly") << qint64(2592000) << 2;
-        QTest::newRow("30 d and a second") << qint64(2592001) << -1;
+        Table<qint64, int> row;
+        row("in the future", qint64(-3600), 0);
+        row("now", qint64(0), 0);
+        row("24 h exactly", qint64(86400), 0);
+        row("24 h and a second", qint64(86401), 1);
+        row("7 d exactly", qint64(604800), 1);
+        row("7 d and a second", qint64(604801), 2);
+        row("30 d exactly", qint64(2592000), 2);
+        row("30 d and a second", qint64(2592001), -1);
     }
 
     void sectionsByAge()
     {
-        QFETCH(qint64, secondsAgo);
-        QFETCH(int, section);
+        const auto [secondsAgo, section] = Table<qint64, int>::current();
         store({testEarthquake(QStringLiteral("x"), nowSecond - secondsAgo)});
         evaluate({});
         for (int i = 0; i < 3; ++i)
@@ -46,14 +45,7 @@ private Q_SLOTS:
 
     void filtersKeepTheOrder_data()
     {
-        QTest::addColumn<int>("category");
-        QTest::addColumn<qint64>("secondsBack");
-        QTest::addColumn<QString>("text");
-        QTest::addColumn<QString>("shown");
-        const auto row = [](const char *name, int category, qint64 secondsBack, const QString &text,
-                            const char *shown) {
-            QTest::newRow(name) << category << secondsBack << text << QString::fromLatin1(shown);
-        };
+        Table<int, qint64, QString, QString> row;
         const QString none;
         row("nothing", -1, -1, none, "a b c d e");
         row("micro", 0, -1, none, "b d");
@@ -73,9 +65,7 @@ private Q_SLOTS:
 
     void filtersKeepTheOrder()
     {
-        QFETCH(int, category);
-        QFETCH(qint64, secondsBack);
-        QFETCH(QString, text);
+        const auto [category, secondsBack, text, expected] = Table<int, qint64, QString, QString>::current();
         store({testEarthquake(QStringLiteral("a"), nowSecond - 60, 2.0, QStringLiteral("ATLÁNTICO-CANARIAS")),
                testEarthquake(QStringLiteral("b"), nowSecond - 3600, 1.99, QStringLiteral("W EL HIERRO")),
                testEarthquake(QStringLiteral("c"), nowSecond - 90000, 4.0, QStringLiteral("W EL HIERRO")),
@@ -88,7 +78,7 @@ private Q_SLOTS:
             filter.cutoff = now - std::chrono::seconds(secondsBack);
         filter.foldedLocation = foldedForSearch(trimmedOfBlanks(text));
         evaluate(filter);
-        QTEST(shown(), "shown");
+        QCOMPARE(shown(), expected);
     }
 
     void searchTakesInNamesThatCameLater()
@@ -96,8 +86,8 @@ private Q_SLOTS:
         store({testEarthquake(QStringLiteral("a"), nowSecond - 60, 2.0, QStringLiteral("W ADEJE"))});
         const RecentEarthquakes::Filter filter{.foldedLocation = foldedForSearch(QStringLiteral("adeje"))};
         evaluate(filter);
-        add({testEarthquake(QStringLiteral("b"), nowSecond - 50, 2.0, QStringLiteral("E ADEJE")),
-             testEarthquake(QStringLiteral("c"), nowSecond - 40, 2.0, QStringLiteral("N ARONA"))});
+        store({testEarthquake(QStringLiteral("b"), nowSecond - 50, 2.0, QStringLiteral("E ADEJE")),
+               testEarthquake(QStringLiteral("c"), nowSecond - 40, 2.0, QStringLiteral("N ARONA"))});
         evaluate(filter);
         QCOMPARE(shown(), QStringLiteral("b a"));
         evaluate({.foldedLocation = foldedForSearch(QStringLiteral("arona"))});
@@ -111,8 +101,7 @@ private Q_SLOTS:
     }
 
 private:
-    void store(const std::vector<Earthquake> &events) { add(events); }
-    void add(const std::vector<Earthquake> &events)
+    void store(const std::vector<Earthquake> &events)
     {
         for (const Earthquake &event : events)
             m_container->mainContext().insert(event);
