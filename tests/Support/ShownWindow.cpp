@@ -8,6 +8,7 @@
 #include <QSignalSpy>
 #include <QTest>
 
+#include <algorithm>
 #include <functional>
 
 namespace {
@@ -122,7 +123,7 @@ bool ShownWindow::showRoot(const char *file)
     return m_warnings.isEmpty();
 }
 
-bool ShownWindow::enter(const QString &title)
+bool ShownWindow::enter(QAnyStringView title)
 {
     QQuickWindow *entered = nullptr;
     const auto isShown = [&] {
@@ -140,7 +141,7 @@ bool ShownWindow::enter(const QString &title)
     return isActive && m_warnings.isEmpty();
 }
 
-bool ShownWindow::open(const char *file, const QString &title)
+bool ShownWindow::open(const char *file, QAnyStringView title)
 {
     m_engine.setInitialProperties({{QStringLiteral("visible"), true}});
     m_engine.load(QUrl(modulesFolder + QLatin1String(file)));
@@ -165,12 +166,12 @@ void ShownWindow::settle()
     world.settle();
 }
 
-QQuickItem *ShownWindow::item(const QString &objectName) const
+QQuickItem *ShownWindow::item(QAnyStringView objectName) const
 {
     return items(objectName).value(0);
 }
 
-QList<QQuickItem *> ShownWindow::items(const QString &objectName) const
+QList<QQuickItem *> ShownWindow::items(QAnyStringView objectName) const
 {
     return allShown(*m_window, [&](QQuickItem *item) { return item->objectName() == objectName; });
 }
@@ -180,7 +181,19 @@ QList<QQuickItem *> ShownWindow::itemsOf(const char *className) const
     return allShown(*m_window, [&](QQuickItem *item) { return item->inherits(className); });
 }
 
-QQuickItem *ShownWindow::named(const QString &name) const
+QString ShownWindow::textOf(QAnyStringView objectName) const
+{
+    const QQuickItem *found = item(objectName);
+    return found ? found->property("text").toString() : QString();
+}
+
+bool ShownWindow::shows(QAnyStringView text) const
+{
+    const QList<QQuickItem *> texts = itemsOf("QQuickText");
+    return std::ranges::any_of(texts, [&](QQuickItem *item) { return item->property("text").toString() == text; });
+}
+
+QQuickItem *ShownWindow::named(QAnyStringView name) const
 {
     return allShown(*m_window, [&](QQuickItem *item) { return accessibleName(item) == name; }).value(0);
 }
@@ -188,6 +201,21 @@ QQuickItem *ShownWindow::named(const QString &name) const
 void ShownWindow::click(QQuickItem *item, Qt::KeyboardModifiers modifiers)
 {
     QTest::mouseClick(m_window, Qt::LeftButton, modifiers, middleOf(item));
+    settle();
+}
+
+void ShownWindow::pressByReader(QQuickItem *item)
+{
+    QAccessible::queryAccessibleInterface(item)->actionInterface()->doAction(QAccessibleActionInterface::pressAction());
+    settle();
+}
+
+void ShownWindow::drag(const QPoint &from, const QPoint &by)
+{
+    QTest::mousePress(m_window, Qt::LeftButton, Qt::NoModifier, from);
+    for (int step = 1; step <= 10; ++step)
+        QTest::mouseMove(m_window, from + by * step / 10);
+    QTest::mouseRelease(m_window, Qt::LeftButton, Qt::NoModifier, from + by);
     settle();
 }
 
@@ -205,9 +233,9 @@ void ShownWindow::press(Qt::Key key, Qt::KeyboardModifiers modifiers)
     settle();
 }
 
-void ShownWindow::type(const QString &text)
+void ShownWindow::type(QAnyStringView text)
 {
-    for (const QChar letter : text)
+    for (const QChar letter : text.toString())
         QTest::keyClick(m_window, letter.toLatin1());
     settle();
 }

@@ -27,9 +27,9 @@ public:
     /// Opens the window and lets it settle. False when it did not load or QML warned.
     bool show(QSize size = {1100, 720});
     /// Goes on in the visible window with this title, which shows after the main window. False when there is none.
-    bool enter(const QString &title);
+    bool enter(QAnyStringView title);
     /// Opens another window of the program, by its file below the folder of QML modules, and goes on in it.
-    bool open(const char *file, const QString &title);
+    bool open(const char *file, QAnyStringView title);
     /// Opens the phone-sized root in place of the main window.
     bool showTabs(QSize size);
     /// Opens a second main window and goes on in it.
@@ -43,19 +43,27 @@ public:
 
     QQuickWindow &window() const { return *m_window; }
     /// The item in the window, or in a popup of it, with this object name; null when there is none that shows.
-    QQuickItem *item(const QString &objectName) const;
+    QQuickItem *item(QAnyStringView objectName) const;
     /// All of this object name that show.
-    QList<QQuickItem *> items(const QString &objectName) const;
+    QList<QQuickItem *> items(QAnyStringView objectName) const;
     /// All of this C++ class that show, such as "QQuickMenuItem".
     QList<QQuickItem *> itemsOf(const char *className) const;
+    /// The text of the item with this object name; null when none shows.
+    QString textOf(QAnyStringView objectName) const;
+    /// Whether a text reads like this, whatever a screen reader hears.
+    bool shows(QAnyStringView text) const;
     /// The item that a screen reader calls by this name; null when there is none that shows.
-    QQuickItem *named(const QString &accessibleName) const;
+    QQuickItem *named(QAnyStringView accessibleName) const;
     /// A click in the middle of the item.
     void click(QQuickItem *item, Qt::KeyboardModifiers modifiers = Qt::NoModifier);
+    /// Presses the item as a screen reader does.
+    void pressByReader(QQuickItem *item);
+    /// Drags the mouse in small steps.
+    void drag(const QPoint &from, const QPoint &by);
     /// Turns the mouse's wheel over the middle of the item; 120 is a notch up.
     void turnWheel(QQuickItem *item, int angle);
     void press(Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier);
-    void type(const QString &text);
+    void type(QAnyStringView text);
 
     /// Warnings of QML so far.
     const QStringList &warnings() const { return m_warnings; }

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "Core/Persistence/ModelContext.h"
 #include "Support/ShownWindow.h"
+#include "Support/Table.h"
 #include "Support/TestInstant.h"
 #include "Support/UserEnvironment.h"
 #include "iOS/Shared/Detail/EarthquakeDetailScreen.h"
@@ -29,25 +30,16 @@ struct Scene : ShownWindow
     {
         if (!show({480, 480}))
             return false;
-        click(item(QStringLiteral("row 0")));
+        click(item("row 0"));
         return QTest::qWaitFor([this] { return isOpen() && isAtRest(); });
     }
 
     /// No page is on its way in or out.
     bool isAtRest() const { return !itemsOf("QQuickStackView").constFirst()->property("busy").toBool(); }
 
-    QQuickItem *map() const { return item(QStringLiteral("detailMap")); }
+    QQuickItem *map() const { return item("detailMap"); }
     const MapCamera &camera() const { return map()->property("controller").value<MapController *>()->camera(); }
     double top() const { return map()->mapToScene({0, 0}).y(); }
-
-    void drag(const QPoint &from, const QPoint &by)
-    {
-        QTest::mousePress(&window(), Qt::LeftButton, Qt::NoModifier, from);
-        for (int step = 1; step <= 10; ++step)
-            QTest::mouseMove(&window(), from + by * step / 10);
-        QTest::mouseRelease(&window(), Qt::LeftButton, Qt::NoModifier, from + by);
-        settle();
-    }
 
     void turnWheelOverMap(Qt::KeyboardModifiers modifiers)
     {
@@ -67,117 +59,100 @@ class EarthquakeDetailViewTest : public QObject
 private Q_SLOTS:
     void rowsSayWhatIsStored_data()
     {
-        QTest::addColumn<double>("latitude");
-        QTest::addColumn<double>("longitude");
-        QTest::addColumn<double>("depth");
-        QTest::addColumn<double>("magnitude");
-        QTest::addColumn<QString>("texts");
-        QTest::newRow("north west") << 28.12346 << -16.5 << 12.0 << 1.6
-                                    << "28.1235°, -16.5000°|12 km|1.6 mbLg|M 1.6 — X";
-        QTest::newRow("south east") << -3.00004 << 16.25 << 11.5 << 2.25
-                                    << "-3.0000°, 16.2500°|12 km|2.2 mbLg|M 2.2 — X";
-        QTest::newRow("zero") << 0.0 << 0.0 << 0.4 << -0.5 << "0.0000°, 0.0000°|0 km|-0.5 mbLg|M -0.5 — X";
-        QTest::newRow("above the sea") << 28.0 << -17.0 << -1.6 << 5.96
-                                       << "28.0000°, -17.0000°|-2 km|6.0 mbLg|M 6.0 — X";
+        Table<double, double, double, double, QString> row;
+        row("north west", 28.12346, -16.5, 12.0, 1.6, "28.1235°, -16.5000°|12 km|1.6 mbLg|M 1.6 — X");
+        row("south east", -3.00004, 16.25, 11.5, 2.25, "-3.0000°, 16.2500°|12 km|2.2 mbLg|M 2.2 — X");
+        row("zero", 0.0, 0.0, 0.4, -0.5, "0.0000°, 0.0000°|0 km|-0.5 mbLg|M -0.5 — X");
+        row("above the sea", 28.0, -17.0, -1.6, 5.96, "28.0000°, -17.0000°|-2 km|6.0 mbLg|M 6.0 — X");
     }
 
     void rowsSayWhatIsStored()
     {
-        QFETCH(double, latitude);
-        QFETCH(double, longitude);
-        QFETCH(double, depth);
-        QFETCH(double, magnitude);
+        const auto [latitude, longitude, depth, magnitude, texts] =
+            Table<double, double, double, double, QString>::current();
         World world;
         EarthquakeDetailScreen screen;
         complete(screen,
                  Earthquake(QStringLiteral("e"), world.clock.now(), latitude, longitude, depth, magnitude,
                             QStringLiteral("mbLg"), std::nullopt, QStringLiteral("X")));
-        QTEST(QStringList({screen.epicenterText(), screen.depthText(), screen.magnitudeText(), screen.title()})
-                  .join(u'|'),
-              "texts");
+        QCOMPARE(QStringList({screen.epicenterText(), screen.depthText(), screen.magnitudeText(), screen.title()})
+                     .join(u'|'),
+                 texts);
         QVERIFY(!screen.hasMaxIntensity());
         QVERIFY(screen.region() == (CoordinateRegion{{latitude, longitude}, {0.3, 0.3}}));
     }
 
     void timeIsUniversalInTheUsersForm_data()
     {
-        QTest::addColumn<QByteArray>("locale");
-        QTest::addColumn<QString>("text");
-        QTest::newRow("Spanish") << QByteArray("es_ES.UTF-8") << QStringLiteral("1 ago 2025, 14:04:05 UTC");
-        QTest::newRow("American") << QByteArray("en_US.UTF-8") << QStringLiteral("Aug 1, 2025, 2:04:05\u202FPM UTC");
+        Table<QByteArray, QString> row;
+        row("Spanish", "es_ES.UTF-8", "1 ago 2025, 14:04:05 UTC");
+        row("American", "en_US.UTF-8", "Aug 1, 2025, 2:04:05\u202FPM UTC");
     }
 
     void timeIsUniversalInTheUsersForm()
     {
-        QFETCH(QByteArray, locale);
+        const auto [locale, text] = Table<QByteArray, QString>::current();
         const UserEnvironment environment(locale, "Atlantic/Canary");
         World world;
         EarthquakeDetailScreen screen;
         complete(screen,
                  Earthquake(QStringLiteral("e"), instant("2025-08-01T14:04:05Z"), 28, -16, 1, 1, QStringLiteral("mbLg"),
                             QStringLiteral("III-IV"), QString()));
-        QTEST(screen.dateText(), "text");
+        QCOMPARE(screen.dateText(), text);
         QCOMPARE(screen.maxIntensity(), QStringLiteral("III-IV"));
     }
 
     void opensFromTheListAndComesBack_data()
     {
-        QTest::addColumn<int>("key");
-        QTest::addColumn<int>("modifiers");
-        QTest::newRow("Escape") << int(Qt::Key_Escape) << int(Qt::NoModifier);
-        QTest::newRow("Alt and left") << int(Qt::Key_Left) << int(Qt::AltModifier);
+        Table<Qt::Key, Qt::KeyboardModifiers> row;
+        row("Escape", Qt::Key_Escape, Qt::NoModifier);
+        row("Alt and left", Qt::Key_Left, Qt::AltModifier);
     }
 
     void opensFromTheListAndComesBack()
     {
-        QFETCH(int, key);
-        QFETCH(int, modifiers);
+        const auto [key, modifiers] = Table<Qt::Key, Qt::KeyboardModifiers>::current();
         Scene shown(QStringLiteral("<b>W</b> FRONTERA"));
         QVERIFY(shown.show());
-        QQuickItem *list = shown.item(QStringLiteral("earthquakeList"));
+        QQuickItem *list = shown.item("earthquakeList");
         QVERIFY(list);
         list->forceActiveFocus(Qt::TabFocusReason);
         shown.press(Qt::Key_Down);
         shown.press(Qt::Key_Return);
         QTRY_VERIFY(shown.isOpen());
-        QVERIFY(shown.named(QStringLiteral("M 3.1 — <b>W</b> FRONTERA")));
-        QVERIFY(shown.named(QStringLiteral("Date and time")));
-        QVERIFY(!shown.named(QStringLiteral("Maximum intensity")));
-        QVERIFY2(faultsOfItems(shown.window()).isEmpty(), qPrintable(faultsOfItems(shown.window()).join(u'\n')));
-        shown.press(Qt::Key(key), Qt::KeyboardModifiers(modifiers));
+        QVERIFY(shown.named("M 3.1 — <b>W</b> FRONTERA"));
+        QVERIFY(shown.named("Date and time"));
+        QVERIFY(!shown.named("Maximum intensity"));
+        QCOMPARE(faultsOfItems(shown.window()), QStringList());
+        shown.press(key, modifiers);
         QTRY_VERIFY(!shown.isOpen());
-        QCOMPARE(shown.item(QStringLiteral("earthquakeList"))->property("currentIndex").toInt(), 0);
-        QVERIFY(shown.warnings().isEmpty());
+        QCOMPARE(shown.item("earthquakeList")->property("currentIndex").toInt(), 0);
     }
 
     void backButtonOfTheMouseReturns_data()
     {
-        QTest::addColumn<int>("section");
-        QTest::addColumn<QString>("under");
-        QTest::addColumn<QPointF>("place");
-        QTest::newRow("to the list") << int(Qt::Key_1) << "detailMap" << QPointF(20, 100);
-        QTest::newRow("to the history") << int(Qt::Key_2) << "value" << QPointF(10, 10);
-        QTest::newRow("to the map and its callout") << int(Qt::Key_3) << "page" << QPointF(20, 640);
+        Table<Qt::Key, QString, QPointF> row;
+        row("to the list", Qt::Key_1, "detailMap", QPointF(20, 100));
+        row("to the history", Qt::Key_2, "value", QPointF(10, 10));
+        row("to the map and its callout", Qt::Key_3, "page", QPointF(20, 640));
     }
 
     void backButtonOfTheMouseReturns()
     {
-        QFETCH(int, section);
-        QFETCH(QString, under);
-        QFETCH(QPointF, place);
+        const auto [section, under, place] = Table<Qt::Key, QString, QPointF>::current();
         Scene shown;
         // The callout is then where it will stay from its first frame on.
         shown.world.appearance.setReducedMotion(section == Qt::Key_3);
         QVERIFY(shown.show());
-        shown.press(Qt::Key(section), Qt::ControlModifier);
-        if (QQuickItem *map = shown.item(QStringLiteral("map"))) {
+        shown.press(section, Qt::ControlModifier);
+        if (QQuickItem *map = shown.item("map")) {
             map->forceActiveFocus(Qt::TabFocusReason);
             shown.press(Qt::Key_Right, Qt::AltModifier);
             shown.press(Qt::Key_Return);
         }
         const auto opener = [&] {
-            QQuickItem *row = shown.item(QStringLiteral("row 0"));
-            return row ? row : shown.named(QStringLiteral("Ver detalle"));
+            QQuickItem *row = shown.item("row 0");
+            return row ? row : shown.named("Ver detalle");
         };
         QTRY_VERIFY(opener());
         shown.click(opener());
@@ -194,7 +169,7 @@ private Q_SLOTS:
     {
         Scene shown;
         QVERIFY(shown.show());
-        shown.drag(shown.item(QStringLiteral("row 0"))->mapToScene({200, 20}).toPoint(), {0, 80});
+        shown.drag(shown.item("row 0")->mapToScene({200, 20}).toPoint(), {0, 80});
         QVERIFY(!shown.isOpen());
     }
 
@@ -203,7 +178,7 @@ private Q_SLOTS:
         Scene shown;
         QVERIFY(shown.show());
         shown.press(Qt::Key_F, Qt::ControlModifier);
-        shown.type(QStringLiteral("zzz"));
+        shown.type("zzz");
         shown.pass(300ms);
         for (const Qt::Key key : {Qt::Key_Return, Qt::Key_Down, Qt::Key_Return})
             shown.press(key);
@@ -211,18 +186,12 @@ private Q_SLOTS:
         QVERIFY(!shown.isOpen());
     }
 
-    void intensityHasItsRowWhereOneWasReported()
+    void dragInTheMapLeavesThePage()
     {
         Scene shown(QStringLiteral("X"), QStringLiteral("IV"));
         QVERIFY(shown.open());
-        QVERIFY(shown.named(QStringLiteral("Maximum intensity")));
-        QVERIFY(shown.named(QStringLiteral("IV")));
-    }
-
-    void dragInTheMapLeavesThePage()
-    {
-        Scene shown;
-        QVERIFY(shown.open());
+        QVERIFY(shown.named("Maximum intensity"));
+        QVERIFY(shown.named("IV"));
         const QPointF center = shown.camera().center();
         const double y = shown.top();
         shown.drag(shown.map()->mapToScene({200, 200}).toPoint(), {0, -80});
@@ -268,7 +237,7 @@ private Q_SLOTS:
     {
         Scene shown(QStringLiteral("<b>W</b> FRONTERA"));
         QVERIFY(shown.open());
-        QQuickItem *place = shown.items(QStringLiteral("value")).constLast();
+        QQuickItem *place = shown.items("value").constLast();
         QVERIFY(place->mapToScene({0, 0}).y() > 480);
         for (int tabs = 0; tabs < 12 && !place->hasActiveFocus(); ++tabs)
             shown.press(Qt::Key_Tab);
@@ -279,7 +248,7 @@ private Q_SLOTS:
         shown.press(Qt::Key_C, Qt::ControlModifier);
         QCOMPARE(QGuiApplication::clipboard()->text(), QStringLiteral("<b>W</b> FRONTERA"));
 
-        shown.drag(shown.items(QStringLiteral("value")).at(1)->mapToScene({0, 10}).toPoint(), {300, 10});
+        shown.drag(shown.items("value").at(1)->mapToScene({0, 10}).toPoint(), {300, 10});
         shown.press(Qt::Key_C, Qt::ControlModifier);
         QCOMPARE(QGuiApplication::clipboard()->text(), QStringLiteral("27.7000°, -18.0000°"));
     }

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "Core/Persistence/ModelContext.h"
 #include "Support/ShownWindow.h"
+#include "Support/Table.h"
 #include "Support/TestInstant.h"
 #include "iOS/Historico/HistoricoScreen.h"
 #include "macOS/NavigationState.h"
@@ -42,17 +43,17 @@ struct Sheet : ShownWindow
 
     bool reopen()
     {
-        click(named(QStringLiteral("Abrir filtros")));
+        click(named("Abrir filtros"));
         return QTest::qWaitFor([this] { return isOpen(); });
     }
 
     bool isOpen() const
     {
-        const QQuickItem *segments = item(QStringLiteral("filterMode"));
-        const QQuickItem *menu = named(QStringLiteral("Modo: Sin filtro"));
+        const QQuickItem *segments = item("filterMode");
+        const QQuickItem *menu = named("Modo: Sin filtro");
         return (segments && segments->hasActiveFocus()) || (menu && menu->hasActiveFocus());
     }
-    bool isClosed() { return !named(QStringLiteral("Filtrar histórico")); }
+    bool isClosed() { return !named("Filtrar histórico"); }
     void use(const char *name) { click(named(QString::fromUtf8(name))); }
     bool shows(const char *name) const { return named(QString::fromUtf8(name)); }
     const Filter &filter() const { return screen->viewModel()->filterMode(); }
@@ -62,7 +63,7 @@ struct Sheet : ShownWindow
     {
         QStringList shown;
         for (const QString &name : names)
-            if (this->named(name))
+            if (named(name))
                 shown.append(name);
         return shown.join(u',');
     }
@@ -86,8 +87,6 @@ struct Sheet : ShownWindow
 const CustomRange twoDays{instant("2026-11-10T10:30:00.250Z"), instant("2026-11-12T18:45:00Z")};
 }
 
-Q_DECLARE_METATYPE(HistoricoViewModel::DateFilterMode)
-
 class HistoricoFilterSheetTest : public QObject
 {
     Q_OBJECT
@@ -95,11 +94,7 @@ class HistoricoFilterSheetTest : public QObject
 private Q_SLOTS:
     void opensOnTheFilterInForce_data()
     {
-        QTest::addColumn<Filter>("filter");
-        QTest::addColumn<QString>("shown");
-        const auto row = [](const char *name, const Filter &filter, const char *shown) {
-            QTest::newRow(name) << filter << QString::fromUtf8(shown);
-        };
+        Table<Filter, QString> row;
         row("none", None{}, "");
         row("year", YearMonth{2025, std::nullopt}, "Año: 2025,Mes (opcional),Mes: Todo el año,Borrar filtro");
         row("month", YearMonth{2025, 3}, "Año: 2025,Mes (opcional),Mes: March,Borrar filtro");
@@ -109,23 +104,23 @@ private Q_SLOTS:
 
     void opensOnTheFilterInForce()
     {
-        QFETCH(Filter, filter);
+        const auto [filter, shown] = Table<Filter, QString>::current();
         Sheet sheet;
         QVERIFY(sheet.open(filter));
-        QTEST(sheet.shownOf({QStringLiteral("Año: 2025"), QStringLiteral("Año: "), QStringLiteral("Mes (opcional)"),
-                             QStringLiteral("Mes: Todo el año"), QStringLiteral("Mes: March"), QStringLiteral("Desde"),
-                             QStringLiteral("Fecha inicio: Nov 10, 2026"), QStringLiteral("Hasta"),
-                             QStringLiteral("Fecha fin: Nov 12, 2026"), QStringLiteral("Borrar filtro")}),
-              "shown");
+        QCOMPARE(
+            sheet.shownOf({QStringLiteral("Año: 2025"), QStringLiteral("Año: "), QStringLiteral("Mes (opcional)"),
+                           QStringLiteral("Mes: Todo el año"), QStringLiteral("Mes: March"), QStringLiteral("Desde"),
+                           QStringLiteral("Fecha inicio: Nov 10, 2026"), QStringLiteral("Hasta"),
+                           QStringLiteral("Fecha fin: Nov 12, 2026"), QStringLiteral("Borrar filtro")}),
+            shown);
         QCOMPARE(faultsOfItems(sheet.window()), QStringList());
-        QVERIFY2(sheet.warnings().isEmpty(), qPrintable(sheet.warnings().join(u'\n')));
     }
 
     void modesAreAMenuWhereTheirSegmentsDoNotFit()
     {
         Sheet sheet;
         QVERIFY(sheet.open(None{}, {400, 720}));
-        QVERIFY(!sheet.item(QStringLiteral("filterMode")));
+        QVERIFY(!sheet.item("filterMode"));
         QVERIFY(sheet.choose("Modo: Sin filtro", 1));
         QVERIFY(sheet.shows("Modo: Año / Mes"));
         QVERIFY(sheet.shows("Año: Todos"));
@@ -133,27 +128,22 @@ private Q_SLOTS:
 
     void onlyApplyAndClearReachTheHistory_data()
     {
-        QTest::addColumn<QString>("button");
-        QTest::addColumn<int>("key");
-        QTest::addColumn<Filter>("filter");
+        Table<QString, int, Filter> row;
         const Filter before = YearMonth{2025, 3};
         const Filter today = CustomRange{instant("2026-11-22T00:00:00Z"), instant("2026-11-22T20:00:00Z")};
-        QTest::newRow("cancel") << QStringLiteral("Cancelar") << 0 << before;
-        QTest::newRow("Escape") << QString() << int(Qt::Key_Escape) << before;
-        QTest::newRow("apply") << QStringLiteral("Aplicar") << 0 << today;
-        QTest::newRow("Enter") << QString() << int(Qt::Key_Return) << today;
-        QTest::newRow("Enter on the number pad") << QString() << int(Qt::Key_Enter) << today;
-        QTest::newRow("Enter on a date") << QStringLiteral("Fecha inicio: Nov 22, 2026") << int(Qt::Key_Return)
-                                         << today;
-        QTest::newRow("Enter on cancel") << QStringLiteral("Cancelar") << int(Qt::Key_Return) << before;
-        QTest::newRow("clear") << QStringLiteral("Borrar filtro") << 0 << Filter(None{});
+        row("cancel", "Cancelar", 0, before);
+        row("Escape", QString(), Qt::Key_Escape, before);
+        row("apply", "Aplicar", 0, today);
+        row("Enter", QString(), Qt::Key_Return, today);
+        row("Enter on the number pad", QString(), Qt::Key_Enter, today);
+        row("Enter on a date", "Fecha inicio: Nov 22, 2026", Qt::Key_Return, today);
+        row("Enter on cancel", "Cancelar", Qt::Key_Return, before);
+        row("clear", "Borrar filtro", 0, Filter(None{}));
     }
 
     void onlyApplyAndClearReachTheHistory()
     {
-        QFETCH(QString, button);
-        QFETCH(int, key);
-        QFETCH(Filter, filter);
+        const auto [button, key, filter] = Table<QString, int, Filter>::current();
         Sheet sheet;
         QVERIFY(sheet.open(YearMonth{2025, 3}));
         QSignalSpy told(sheet.screen->viewModel(), &HistoricoViewModel::filterModeChanged);
@@ -234,7 +224,7 @@ private Q_SLOTS:
     {
         Sheet sheet;
         QVERIFY(sheet.open(twoDays));
-        QQuickItem *start = sheet.named(QStringLiteral("Fecha inicio: Nov 10, 2026"));
+        QQuickItem *start = sheet.named("Fecha inicio: Nov 10, 2026");
         start->forceActiveFocus(Qt::TabFocusReason);
         sheet.press(Qt::Key_Down);
         // The calendar stops at the end of the range.
@@ -242,17 +232,17 @@ private Q_SLOTS:
             sheet.press(Qt::Key_Right);
         sheet.press(Qt::Key_Return);
         QTRY_VERIFY(start->hasActiveFocus());
-        sheet.type(QStringLiteral("2026-11-13"));
+        sheet.type("2026-11-13");
         sheet.press(Qt::Key_Return);
         QVERIFY(start->property("isRefused").toBool());
         sheet.press(Qt::Key_Escape);
-        QQuickItem *end = sheet.named(QStringLiteral("Fecha fin: Nov 12, 2026"));
+        QQuickItem *end = sheet.named("Fecha fin: Nov 12, 2026");
         end->forceActiveFocus(Qt::TabFocusReason);
-        sheet.type(QStringLiteral("11/11/2026"));
+        sheet.type("11/11/2026");
         sheet.press(Qt::Key_Return);
         QVERIFY(end->property("isRefused").toBool());
         sheet.press(Qt::Key_Escape);
-        sheet.type(QStringLiteral("12/1/2026"));
+        sheet.type("12/1/2026");
         sheet.press(Qt::Key_Return);
         sheet.press(Qt::Key_Return);
         QTRY_VERIFY(sheet.isClosed());
@@ -264,22 +254,22 @@ private Q_SLOTS:
     {
         Sheet sheet;
         QVERIFY(sheet.open(twoDays));
-        QQuickItem *end = sheet.named(QStringLiteral("Fecha fin: Nov 12, 2026"));
+        QQuickItem *end = sheet.named("Fecha fin: Nov 12, 2026");
         end->forceActiveFocus(Qt::TabFocusReason);
-        sheet.type(QStringLiteral("2026-11-31"));
+        sheet.type("2026-11-31");
         // Left by a press on the button, not by Enter.
         sheet.use("Aplicar");
         QVERIFY(end->property("isRefused").toBool());
         QTRY_VERIFY(sheet.shows("Fecha no válida. Ejemplo: 11/12/2026"));
-        QCOMPARE(sheet.item(QStringLiteral("typedDate"))->property("text").toString(), QStringLiteral("2026-11-31"));
-        QVERIFY(!sheet.named(QStringLiteral("Aplicar"))->isEnabled());
+        QCOMPARE(sheet.textOf("typedDate"), QStringLiteral("2026-11-31"));
+        QVERIFY(!sheet.named("Aplicar")->isEnabled());
         sheet.press(Qt::Key_Return);
         QVERIFY(!sheet.isClosed());
         QVERIFY(sheet.filter() == Filter(twoDays));
-        sheet.click(sheet.item(QStringLiteral("typedDate")));
+        sheet.click(sheet.item("typedDate"));
         sheet.press(Qt::Key_End);
         sheet.press(Qt::Key_Backspace);
-        sheet.type(QStringLiteral("0"));
+        sheet.type("0");
         QVERIFY(!end->property("isRefused").toBool());
         sheet.use("Aplicar");
         QTRY_VERIFY(sheet.isClosed());

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "PageGenerator.h"
 #include "Support/ShownWindow.h"
+#include "Support/Table.h"
 #include "macOS/NavigationState.h"
 
 #include <QAccessible>
@@ -29,18 +30,7 @@ struct Window : ShownWindow
         return item ? QAccessible::queryAccessibleInterface(item)->text(QAccessible::Name) : QString();
     }
 
-    bool isFocusInSidebar() const
-    {
-        return item(QStringLiteral("sidebar")) && item(QStringLiteral("sidebar"))->hasActiveFocus();
-    }
-
-    void pressByReader(const QString &objectName)
-    {
-        QAccessible::queryAccessibleInterface(item(objectName))
-            ->actionInterface()
-            ->doAction(QAccessibleActionInterface::pressAction());
-        settle();
-    }
+    bool isFocusInSidebar() const { return item("sidebar") && item("sidebar")->hasActiveFocus(); }
 };
 }
 
@@ -52,22 +42,19 @@ class KeyboardTest : public QObject
 private Q_SLOTS:
     void tabGoesFromTheSidebarOverTheToolbarToTheContent_data()
     {
-        QTest::addColumn<QSize>("size");
-        QTest::addColumn<QString>("stops");
-        QTest::newRow("wide") << wide
-                              << QStringLiteral("Terremotos|Ajustes|Información|Actualizar terremotos|Abrir filtros|"
-                                                "Buscar por localización|Sismos|Menú principal|"
-                                                "Mostrar/Ocultar barra lateral|Terremotos");
-        QTest::newRow("narrow, the sidebar folded")
-            << narrow
-            << QStringLiteral("Sismos|Mostrar/Ocultar barra lateral|Actualizar terremotos|Abrir filtros|"
-                              "Buscar por localización|Sismos");
+        Table<QSize, QString> row;
+        row("wide", wide,
+            "Terremotos|Ajustes|Información|Actualizar terremotos|Abrir filtros|"
+            "Buscar por localización|Sismos|Menú principal|"
+            "Mostrar/Ocultar barra lateral|Terremotos");
+        row("narrow, the sidebar folded", narrow,
+            "Sismos|Mostrar/Ocultar barra lateral|Actualizar terremotos|Abrir filtros|"
+            "Buscar por localización|Sismos");
     }
 
     void tabGoesFromTheSidebarOverTheToolbarToTheContent()
     {
-        QFETCH(QSize, size);
-        QFETCH(QString, stops);
+        const auto [size, stops] = Table<QSize, QString>::current();
         Window shown;
         QVERIFY(shown.open(size));
         QStringList seen{shown.stop()};
@@ -80,17 +67,16 @@ private Q_SLOTS:
 
     void slidingSidebarTakesTheFocusUntilASectionIsChosen_data()
     {
-        QTest::addColumn<int>("key");
-        QTest::addColumn<QString>("section");
-        QTest::newRow("Enter") << int(Qt::Key_Return) << QStringLiteral("Histórico");
-        QTest::newRow("Space") << int(Qt::Key_Space) << QStringLiteral("Histórico");
-        QTest::newRow("Escape") << int(Qt::Key_Escape) << QStringLiteral("Histórico");
-        QTest::newRow("a reader's press") << 0 << QStringLiteral("Mapa");
+        Table<int, QString> row;
+        row("Enter", Qt::Key_Return, "Histórico");
+        row("Space", Qt::Key_Space, "Histórico");
+        row("Escape", Qt::Key_Escape, "Histórico");
+        row("a reader's press", 0, "Mapa");
     }
 
     void slidingSidebarTakesTheFocusUntilASectionIsChosen()
     {
-        QFETCH(int, key);
+        const auto [key, section] = Table<int, QString>::current();
         Window shown;
         QVERIFY(shown.open(narrow));
         shown.press(Qt::Key_S, Qt::ControlModifier | Qt::ShiftModifier);
@@ -101,16 +87,16 @@ private Q_SLOTS:
         if (key)
             shown.press(Qt::Key(key));
         else
-            shown.pressByReader(QStringLiteral("mapa"));
-        QTRY_VERIFY(!shown.item(QStringLiteral("sidebar")));
-        QTEST(shown.stop(), "section");
+            shown.pressByReader(shown.item("mapa"));
+        QTRY_VERIFY(!shown.item("sidebar"));
+        QCOMPARE(shown.stop(), section);
     }
 
     void focusStaysInTheContentWhenTheSectionChanges()
     {
         Window shown;
         QVERIFY(shown.open(wide));
-        shown.item(QStringLiteral("earthquakeList"))->forceActiveFocus(Qt::TabFocusReason);
+        shown.item("earthquakeList")->forceActiveFocus(Qt::TabFocusReason);
         const auto after = [&](Qt::Key key) {
             shown.press(key, Qt::ControlModifier);
             return shown.stop();
@@ -134,19 +120,19 @@ private Q_SLOTS:
     {
         Window shown;
         QVERIFY(shown.open(wide));
-        QQuickItem *list = shown.item(QStringLiteral("earthquakeList"));
+        QQuickItem *list = shown.item("earthquakeList");
         while (!list->hasActiveFocus())
             shown.press(Qt::Key_Tab);
-        QTRY_VERIFY(shown.item(QStringLiteral("listFocus")));
+        QTRY_VERIFY(shown.item("listFocus"));
         shown.press(Qt::Key_Down);
-        QTRY_VERIFY(!shown.item(QStringLiteral("listFocus")));
+        QTRY_VERIFY(!shown.item("listFocus"));
         NavigationState::shared().clear();
         shown.settle();
         while (!shown.isFocusInSidebar() || shown.stop() != u"Terremotos")
             shown.press(Qt::Key_Tab);
-        QTRY_VERIFY(shown.item(QStringLiteral("sidebarFocus")));
+        QTRY_VERIFY(shown.item("sidebarFocus"));
         shown.press(Qt::Key_Down);
-        QTRY_VERIFY(!shown.item(QStringLiteral("sidebarFocus")));
+        QTRY_VERIFY(!shown.item("sidebarFocus"));
     }
 };
 

@@ -52,15 +52,15 @@ public:
         if (!shown.show())
             return false;
         shown.press(Qt::Key_3, Qt::ControlModifier);
-        return shown.item(QStringLiteral("map"))
-            && shown.window().rendererInterface()->graphicsApi() != QSGRendererInterface::Software && becomesSharp();
+        return shown.item("map") && shown.window().rendererInterface()->graphicsApi() != QSGRendererInterface::Software
+            && becomesSharp();
     }
 
     bool becomesSharp()
     {
         return QTest::qWaitFor([this] {
             shown.pass(std::chrono::milliseconds(100));
-            return shown.item(QStringLiteral("map"))->property("isSharp").toBool();
+            return shown.item("map")->property("isSharp").toBool();
         });
     }
 
@@ -73,10 +73,7 @@ public:
         });
     }
 
-    EarthquakeMarkerLayer *layer()
-    {
-        return static_cast<EarthquakeMarkerLayer *>(shown.item(QStringLiteral("markers")));
-    }
+    EarthquakeMarkerLayer *layer() { return static_cast<EarthquakeMarkerLayer *>(shown.item("markers")); }
 
     /// A place of the world in the window.
     QPoint at(double latitude, double longitude)
@@ -106,7 +103,7 @@ public:
         shown.settle();
     }
 
-    bool hasCallout() { return shown.named(QStringLiteral("Ver detalle")) != nullptr; }
+    bool hasCallout() { return shown.named("Ver detalle") != nullptr; }
     AnimationClock animations;
     ShownWindow shown;
 };
@@ -134,7 +131,7 @@ private Q_SLOTS:
         if (isSelected)
             map.click(map.at(28.6, -17.9));
         QVERIFY(map.becomesSharp());
-        const QQuickItem *item = map.shown.item(QStringLiteral("map"));
+        const QQuickItem *item = map.shown.item("map");
         const QSize size = item->size().toSize();
         DrawnView drawn(size);
         drawn.addDisc({29.4, -12.9}, QColor(0xFFF7A6), 28);
@@ -160,7 +157,7 @@ private Q_SLOTS:
         QVERIFY(map.hasCallout());
         QCOMPARE(map.layer()->markers()->selected()->eventID(), QStringLiteral("3"));
         QVERIFY(map.layer()->controller()->camera() == before);
-        map.shown.click(map.shown.named(QStringLiteral("Cerrar")));
+        map.shown.click(map.shown.named("Cerrar"));
         map.move(1s);
         QVERIFY(!map.hasCallout());
         // What was selected has shrunk and is one of many again.
@@ -171,7 +168,7 @@ private Q_SLOTS:
     {
         MapSection map;
         QVERIFY(map.open());
-        QQuickItem *surface = map.shown.item(QStringLiteral("map"));
+        QQuickItem *surface = map.shown.item("map");
         surface->forceActiveFocus(Qt::TabFocusReason);
         const auto spoken = [&] { return surface->property("name").toString(); };
         QCOMPARE(spoken(), QStringLiteral("Mapa"));
@@ -209,11 +206,11 @@ private Q_SLOTS:
         MapSection map;
         QVERIFY(map.open());
         map.click(map.at(28.6, -17.9));
-        map.shown.named(QStringLiteral("Cerrar"))->forceActiveFocus(Qt::TabFocusReason);
-        QVERIFY(!map.shown.item(QStringLiteral("map"))->hasActiveFocus());
+        map.shown.named("Cerrar")->forceActiveFocus(Qt::TabFocusReason);
+        QVERIFY(!map.shown.item("map")->hasActiveFocus());
         map.press(Qt::Key_Escape);
         QVERIFY(!map.layer()->markers()->selected());
-        QVERIFY(map.shown.item(QStringLiteral("map"))->hasActiveFocus());
+        QVERIFY(map.shown.item("map")->hasActiveFocus());
     }
 
     void buttonsZoomAboutTheMiddle()
@@ -221,10 +218,10 @@ private Q_SLOTS:
         MapSection map;
         QVERIFY(map.open());
         const MapCamera before = map.layer()->controller()->camera();
-        map.shown.click(map.shown.named(QStringLiteral("Acercar")));
+        map.shown.click(map.shown.named("Acercar"));
         QVERIFY(map.zoomsTo(before.scale() * 2));
-        map.shown.click(map.shown.named(QStringLiteral("Alejar")));
-        map.shown.click(map.shown.named(QStringLiteral("Alejar")));
+        map.shown.click(map.shown.named("Alejar"));
+        map.shown.click(map.shown.named("Alejar"));
         QVERIFY(map.zoomsTo(before.scale() / 2));
         QVERIFY(QLineF(map.layer()->controller()->camera().center(), before.center()).length() < 0.5);
     }
@@ -233,29 +230,29 @@ private Q_SLOTS:
     {
         MapSection map;
         QVERIFY(map.open());
-        map.shown.click(map.shown.item(QStringLiteral("filterButton")));
+        map.shown.click(map.shown.item("filterButton"));
         const auto chosen = [&](const char *choice) {
             map.shown.click(map.shown.named(QLatin1String(choice)));
             map.move(1s);
-            const QString icon = map.shown.item(QStringLiteral("filterButton"))->property("iconName").toString();
+            const QString icon = map.shown.item("filterButton")->property("iconName").toString();
             return QStringLiteral("%1 %2%3")
                 .arg(map.layer()->markers()->earthquakes().size())
                 .arg(icon.section(u'.', 4))
-                .arg(map.shown.item(QStringLiteral("filterPopover")) ? QString() : QStringLiteral(" closed"));
+                .arg(map.shown.item("filterPopover") ? QString() : QStringLiteral(" closed"));
         };
         QCOMPARE(chosen("Strong"), QStringLiteral("1 circle.fill"));
         QCOMPARE(chosen("Last hour"), QStringLiteral("0 circle.fill"));
         QCOMPARE(chosen("Reset Filters"), QStringLiteral("3 circle"));
         QCOMPARE(chosen("Last 24h"), QStringLiteral("3 circle.fill"));
         map.press(Qt::Key_Escape);
-        QVERIFY(!map.shown.item(QStringLiteral("filterPopover")));
+        QVERIFY(!map.shown.item("filterPopover"));
     }
 
     void spinnerShowsWhileTheMapRefreshes()
     {
         MapSection map;
         QVERIFY(map.open());
-        const auto spins = [&] { return map.shown.named(QStringLiteral("Cargando terremotos…")) != nullptr; };
+        const auto spins = [&] { return map.shown.named("Cargando terremotos…") != nullptr; };
         QVERIFY(!spins());
         map.press(Qt::Key_2, Qt::ControlModifier);
         map.shown.world.urlSession.holdsAnswers = true;
@@ -283,7 +280,7 @@ private Q_SLOTS:
                                                           {2, 3985ms, 2.1, 0.5}}) {
             map.move(time - now);
             now = time;
-            const QQuickItem *circle = map.shown.items(QStringLiteral("ripple"))[ring]->childItems().first();
+            const QQuickItem *circle = map.shown.items("ripple")[ring]->childItems().first();
             QCOMPARE(numbers({circle->property("diameter").toDouble() * circle->scale() / 28, circle->opacity()}),
                      numbers({growth, opacity}));
         }
@@ -302,7 +299,7 @@ private Q_SLOTS:
         // How much of their way scale, disc, rings, text and shadow have gone.
         const auto marker = [&](std::chrono::milliseconds time) {
             map.move(time);
-            const QQuickItem *ring = map.shown.item(QStringLiteral("ripple"));
+            const QQuickItem *ring = map.shown.item("ripple");
             const QQuickItem *disc = map.shown.itemsOf("MarkerDisc").last();
             return numbers({(ring->parentItem()->scale() - 1) / 0.2, (disc->property("diameter").toDouble() - 28) / 8,
                             (ring->property("baseSize").toDouble() - 28) / 8,
@@ -312,7 +309,7 @@ private Q_SLOTS:
         // Opacity, and how much of the way from below the window is done.
         const auto callout = [&](std::chrono::milliseconds time) {
             map.move(time);
-            const QQuickItem *item = map.shown.named(QStringLiteral("W FRONTERA.IHI"));
+            const QQuickItem *item = map.shown.named("W FRONTERA.IHI");
             return item ? numbers({item->opacity(), (item->parentItem()->height() - item->y()) / (item->height() + 16)})
                         : QString();
         };
@@ -329,7 +326,7 @@ private Q_SLOTS:
         QCOMPARE(callout(0ms), QString());
         tap();
         map.move(1s);
-        map.shown.click(map.shown.named(QStringLiteral("Cerrar")));
+        map.shown.click(map.shown.named("Cerrar"));
         QCOMPARE(callout(175ms), QStringLiteral("0.50 0.50"));
         QCOMPARE(callout(200ms), QString());
     }

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "Core/Notifications/NotificationSettings.h"
 #include "Support/ShownWindow.h"
+#include "Support/Table.h"
 
 #include <QTest>
 
@@ -20,24 +21,16 @@ class PermissionQuestionTest : public QObject
 private Q_SLOTS:
     void buttonIsTheAnswer_data()
     {
-        QTest::addColumn<Subject>("subject");
-        QTest::addColumn<QString>("question");
-        QTest::addColumn<QString>("button");
-        QTest::addColumn<Answer>("answer");
+        Table<Subject, QString, QString, Answer> row;
         const QString yes = QStringLiteral("Permitir");
         const QString no = QStringLiteral("No permitir");
-        QTest::newRow("notifications, yes") << Subject::notifications << ofNotifications << yes << Answer::authorized;
-        QTest::newRow("notifications, no") << Subject::notifications << ofNotifications << no << Answer::denied;
-        QTest::newRow("location, yes") << Subject::location << ofLocation << yes << Answer::authorized;
-        QTest::newRow("location, no") << Subject::location << ofLocation << no << Answer::denied;
+        row("notifications, yes", Subject::notifications, ofNotifications, yes, Answer::authorized);
+        row("location, no", Subject::location, ofLocation, no, Answer::denied);
     }
 
     void buttonIsTheAnswer()
     {
-        QFETCH(Subject, subject);
-        QFETCH(QString, question);
-        QFETCH(QString, button);
-        QFETCH(Answer, answer);
+        const auto [subject, question, button, answer] = Table<Subject, QString, QString, Answer>::current();
         ShownWindow shown;
         QVERIFY(shown.show());
         QVERIFY(!shown.named(question));
@@ -56,10 +49,10 @@ private Q_SLOTS:
         ShownWindow shown;
         QVERIFY(shown.show());
         const QFuture<Answer> asked = shown.world.permissions.request(Subject::location);
-        QTRY_VERIFY(shown.window().activeFocusItem() == shown.named(QStringLiteral("Permitir")));
+        QTRY_VERIFY(shown.window().activeFocusItem() == shown.named("Permitir"));
         shown.press(Qt::Key_Tab);
         shown.press(Qt::Key_Tab);
-        QVERIFY2(shown.window().activeFocusItem() == shown.named(QStringLiteral("Permitir")), "Tab left the question");
+        QVERIFY2(shown.window().activeFocusItem() == shown.named("Permitir"), "Tab left the question");
         shown.press(Qt::Key_Return);
         QCOMPARE(asked.result(), Answer::authorized);
     }
@@ -72,7 +65,7 @@ private Q_SLOTS:
         shown.world.permissions.request(Subject::notifications);
         QTRY_VERIFY(shown.named(ofNotifications));
         QVERIFY(!shown.named(ofLocation));
-        shown.click(shown.named(QStringLiteral("No permitir")));
+        shown.click(shown.named("No permitir"));
         QTRY_VERIFY(shown.named(ofLocation));
         QVERIFY(!shown.named(ofNotifications));
     }
@@ -82,12 +75,12 @@ private Q_SLOTS:
         ShownWindow shown;
         QVERIFY(shown.show());
         shown.press(Qt::Key_Comma, Qt::ControlModifier);
-        QVERIFY(shown.enter(QStringLiteral("Ajustes")));
+        QVERIFY(shown.enter("Ajustes"));
         shown.world.permissions.request(Subject::location);
         QTRY_VERIFY(shown.named(ofLocation));
         shown.press(Qt::Key_Escape);
         QVERIFY2(shown.window().isVisible(), "Escape closed the window under the question");
-        QVERIFY(shown.enter(QStringLiteral("Terremotos")));
+        QVERIFY(shown.enter("Terremotos"));
         QVERIFY(!shown.named(ofLocation));
     }
 
@@ -105,47 +98,36 @@ private Q_SLOTS:
         ShownWindow shown;
         shown.world.permissions.answers.insert(Subject::notifications, Answer::denied);
         QVERIFY(shown.show());
-        QVERIFY(shown.open("orvalia/Ajustes/PermissionsWindow.qml", QStringLiteral("Permisos")));
+        QVERIFY(shown.open("orvalia/Ajustes/PermissionsWindow.qml", "Permisos"));
         QCOMPARE(faultsOfItems(shown.window()), QStringList());
-        shown.click(shown.named(QStringLiteral("Notificaciones: Denegado")));
+        QVERIFY(!shown.named("Ajustes de notificaciones del escritorio"));
+        shown.click(shown.named("Notificaciones: Denegado"));
         shown.press(Qt::Key_Up);
         shown.press(Qt::Key_Return);
         QCOMPARE(shown.world.permissions.answer(Subject::notifications), Answer::authorized);
-        QVERIFY(shown.named(QStringLiteral("Notificaciones: Permitido")));
-        QTRY_VERIFY2(!shown.named(QStringLiteral("Denegado")), "the menu has gone");
+        QVERIFY(shown.named("Notificaciones: Permitido"));
+        QTRY_VERIFY2(!shown.named("Denegado"), "the menu has gone");
         QCOMPARE(shown.world.permissions.answer(Subject::location), Answer::notDetermined);
 
-        shown.click(shown.named(QStringLiteral("Ubicación: Sin preguntar")));
+        shown.click(shown.named("Ubicación: Sin preguntar"));
         shown.press(Qt::Key_Up);
         shown.press(Qt::Key_Return);
         QCOMPARE(shown.world.permissions.answer(Subject::location), Answer::denied);
-        QTRY_VERIFY2(!shown.named(QStringLiteral("Sin preguntar")), "the menu has gone");
+        QTRY_VERIFY2(!shown.named("Sin preguntar"), "the menu has gone");
         // Once answered, it cannot be made unasked.
-        shown.click(shown.named(QStringLiteral("Ubicación: Denegado")));
-        QTRY_VERIFY(shown.named(QStringLiteral("Permitido")));
-        QVERIFY(!shown.named(QStringLiteral("Sin preguntar")));
-    }
-
-    void desktopsOwnSettingsAreOfferedWhereTheyExist_data()
-    {
-        QTest::addColumn<bool>("exist");
-        QTest::newRow("they do") << true;
-        QTest::newRow("they do not") << false;
+        shown.click(shown.named("Ubicación: Denegado"));
+        QTRY_VERIFY(shown.named("Permitido"));
+        QVERIFY(!shown.named("Sin preguntar"));
     }
 
     void desktopsOwnSettingsAreOfferedWhereTheyExist()
     {
-        QFETCH(bool, exist);
         ShownWindow shown;
-        shown.world.workspace.notificationSettings = exist;
+        shown.world.workspace.notificationSettings = true;
         QVERIFY(shown.show());
-        QVERIFY(shown.open("orvalia/Ajustes/PermissionsWindow.qml", QStringLiteral("Permisos")));
-        QQuickItem *const button = shown.named(QStringLiteral("Ajustes de notificaciones del escritorio"));
-        QCOMPARE(button != nullptr, exist);
-        if (button) {
-            shown.click(button);
-            QCOMPARE(shown.world.workspace.notificationSettingsOpened, 1);
-        }
+        QVERIFY(shown.open("orvalia/Ajustes/PermissionsWindow.qml", "Permisos"));
+        shown.click(shown.named("Ajustes de notificaciones del escritorio"));
+        QCOMPARE(shown.world.workspace.notificationSettingsOpened, 1);
     }
 };
 

@@ -25,11 +25,11 @@ private Q_SLOTS:
         shown.settle();
         // A refresh by hand binds the window of the hand for a while, and no other.
         for (const size_t requests : {3, 3}) {
-            shown.click(shown.item(QStringLiteral("refreshButton")));
+            shown.click(shown.item("refreshButton"));
             QCOMPARE(shown.world.urlSession.requests.size(), requests);
         }
         shown.lookAt(first);
-        shown.click(shown.item(QStringLiteral("refreshButton")));
+        shown.click(shown.item("refreshButton"));
         QCOMPARE(shown.world.urlSession.requests.size(), size_t(4));
     }
 
@@ -48,9 +48,9 @@ private Q_SLOTS:
         shown.press(Qt::Key_I, Qt::ControlModifier);
         for (QQuickWindow *window : {&shown.window(), &first}) {
             shown.lookAt(*window);
-            QTRY_VERIFY(!shown.item(QStringLiteral("sidebar")));
-            QCOMPARE(shown.item(QStringLiteral("pageTitle"))->property("text").toString(), QStringLiteral("Histórico"));
-            QVERIFY(shown.named(QStringLiteral("Cerrar")));
+            QTRY_VERIFY(!shown.item("sidebar"));
+            QCOMPARE(shown.textOf("pageTitle"), QStringLiteral("Histórico"));
+            QVERIFY(shown.named("Cerrar"));
         }
     }
 
@@ -90,7 +90,7 @@ private:
         shown.world.settle();
         windows.removeIf([&shown](QQuickWindow *window) {
             shown.lookAt(*window);
-            return !window->isVisible() || !shown.named(QStringLiteral("Permitir"));
+            return !window->isVisible() || !shown.named("Permitir");
         });
         return windows;
     }

