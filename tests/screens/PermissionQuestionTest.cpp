@@ -37,8 +37,6 @@ private Q_SLOTS:
         const QFuture<Answer> asked = shown.world.permissions.request(subject);
         QTRY_VERIFY(shown.named(question));
         QCOMPARE(faultsOfItems(shown.window()), QStringList());
-        shown.press(Qt::Key_Escape);
-        QVERIFY2(!asked.isFinished(), "Escape is no answer");
         shown.click(shown.named(button));
         QCOMPARE(asked.result(), answer);
         QTRY_VERIFY(!shown.named(question));
@@ -47,12 +45,16 @@ private Q_SLOTS:
     void agreeingButtonHasTheFocus()
     {
         ShownWindow shown;
+        // No fading question may pass for one that stays.
+        shown.world.appearance.setReducedMotion(true);
         QVERIFY(shown.show());
         const QFuture<Answer> asked = shown.world.permissions.request(Subject::location);
         QTRY_VERIFY(shown.window().activeFocusItem() == shown.named("Permitir"));
+        shown.press(Qt::Key_Escape);
+        QVERIFY2(!asked.isFinished(), "Escape is no answer");
         shown.press(Qt::Key_Tab);
         shown.press(Qt::Key_Tab);
-        QVERIFY2(shown.window().activeFocusItem() == shown.named("Permitir"), "Tab left the question");
+        QVERIFY2(shown.window().activeFocusItem() == shown.named("Permitir"), "Escape or Tab left the question");
         shown.press(Qt::Key_Return);
         QCOMPARE(asked.result(), Answer::authorized);
     }
