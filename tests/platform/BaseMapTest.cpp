@@ -142,6 +142,22 @@ private Q_SLOTS:
         QCOMPARE(differences(bare, paintBaseMap(data(), wanted).image, under), 0);
     }
 
+    void aTitleIsOneLineOfLimitedWidth()
+    {
+        BaseMapRequest wanted = request(openSea, {600, 400});
+        const QImage bare = paintBaseMap(data(), wanted).image;
+        const auto titled = [&](const QString &text) {
+            auto annotations = std::make_shared<MapAnnotations>();
+            annotations->titles = {{wanted.camera.toWorld({300, 200}), text}};
+            wanted.annotations = annotations;
+            return paintBaseMap(data(), wanted).image;
+        };
+        QCOMPARE(titled(QStringLiteral("NW\n\u202ETENERIFE")), titled(QStringLiteral("NW TENERIFE")));
+        const QImage wide = titled(QString(4000, u'N'));
+        QVERIFY(differences(bare, wide, QRect(170, 203, 260, 14)) > 200);
+        QCOMPARE(differences(bare, wide, QRect(0, 203, 155, 14)), 0);
+    }
+
     void theFirstOfTwoTitlesHasTheRoom()
     {
         BaseMapRequest wanted = request(openSea, {600, 400});

@@ -15,6 +15,7 @@ struct MapAnnotations
     struct Title
     {
         QPointF world;
+        /// As the page has it: it is cleaned and shortened where it is drawn.
         QString text;
     };
 

@@ -1,6 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "Platform/Map/MapLabels.h"
 
+#include "Platform/Text/OneLine.h"
+
+#include <QHash>
 #include <QPainter>
 #include <QPainterPath>
 
@@ -13,6 +16,10 @@ constexpr double symbolGap = 7;
 constexpr double islandGap = 5;
 /// An island wider than this carries its name inside.
 constexpr double insideWidth = 260;
+/// Some forty capitals.
+constexpr double widestTitle = 280;
+/// More characters than that have no room in a title.
+constexpr qsizetype mostCharacters = 160;
 
 QRectF around(const QPointF &center, const QSizeF &size)
 {
@@ -104,16 +111,20 @@ void MapLabels::place(const std::vector<MapPlace> &places)
 void MapLabels::placeTitles(const std::vector<MapAnnotations::Title> &titles)
 {
     const MapTextSetting setting{10, QFont::Medium, false, 0, m_style.annotationText};
+    QHash<QString, QString> shownTexts;
     for (const MapAnnotations::Title &title : titles) {
         const QPointF mark = m_sheet.toSheet(title.world);
         if (title.text.isEmpty() || !m_sheet.rect().contains(mark))
             continue;
-        const QSizeF size = setting.sizeOf({title.text});
+        QString &text = shownTexts[title.text];
+        if (text.isEmpty())
+            text = setting.elided(oneLine(title.text.left(mostCharacters)), widestTitle);
+        const QSizeF size = setting.sizeOf({text});
         const QRectF rect = around(mark + QPointF(0, m_markRadius - m_markLift + 3 + size.height() / 2), size);
         if (!m_space.isFree(rect) || !m_space.isUncovered(rect))
             continue;
         m_space.reserve(rect);
-        m_labels.push_back({{title.text}, setting, rect});
+        m_labels.push_back({{text}, setting, rect});
     }
 }
 

@@ -43,6 +43,11 @@ QSizeF MapTextSetting::sizeOf(const QStringList &lines) const
     return {width, pixels * lineHeight * double(lines.size())};
 }
 
+QString MapTextSetting::elided(const QString &text, double width) const
+{
+    return QFontMetricsF(font()).elidedText(text, Qt::ElideRight, width * fontScale);
+}
+
 QPainterPath MapTextSetting::outlines(const QStringList &lines, const QRectF &rect) const
 {
     const QFont large = font();

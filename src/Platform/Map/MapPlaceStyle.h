@@ -27,6 +27,8 @@ struct MapTextSetting
 
     /// Room of some lines of text, halo not included.
     QSizeF sizeOf(const QStringList &lines) const;
+    /// `text`, with an ellipsis in place of what does not fit into `width`.
+    QString elided(const QString &text, double width) const;
     /// The glyphs of the lines, each centred in its share of `rect`.
     QPainterPath outlines(const QStringList &lines, const QRectF &rect) const;
 
