@@ -328,6 +328,20 @@ private Q_SLOTS:
         QVERIFY(atlas.cellOf(3.96) != atlas.cellOf(4.0));
     }
 
+    /// Those beside the window too: it may be moved there before the next picture is painted.
+    void everyBadgeAsksForItsTitleNewestFirst()
+    {
+        Map map;
+        std::vector<Earthquake> events;
+        for (int i = 0; i < 250; ++i)
+            events.push_back(map.at({-280.0 + 40 * (i % 25), -150.0 + 40 * (i / 25)}, 1));
+        map.set.setEarthquakes(events);
+        const auto kept = map.layer.annotations(map.controller.camera());
+        QCOMPARE(kept->titles.size(), events.size());
+        for (size_t i = 0; i < events.size(); ++i)
+            QCOMPARE(kept->titles[i].world, WebMercator::toWorld(events[i].coordinate()));
+    }
+
     void whatStandsAmongDotsHasTheFirstTitle()
     {
         Map map;

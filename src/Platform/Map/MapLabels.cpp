@@ -111,20 +111,30 @@ void MapLabels::place(const std::vector<MapPlace> &places)
 void MapLabels::placeTitles(const std::vector<MapAnnotations::Title> &titles)
 {
     const MapTextSetting setting{10, QFont::Medium, false, 0, m_style.annotationText};
-    QHash<QString, QString> shownTexts;
+    const QSizeF narrowest(1, setting.sizeOf({QString()}).height());
+    const auto isRoom = [this](const QRectF &rect) { return m_space.isUncovered(rect) && m_space.isFree(rect); };
+    struct Fitted
+    {
+        QString text;
+        QSizeF size;
+    };
+    QHash<QString, Fitted> fittedTexts;
     for (const MapAnnotations::Title &title : titles) {
         const QPointF mark = m_sheet.toSheet(title.world);
-        if (title.text.isEmpty() || !m_sheet.rect().contains(mark))
+        const QPointF center = mark + QPointF(0, m_markRadius - m_markLift + 3 + narrowest.height() / 2);
+        // In a swarm nearly all end here, before their text is measured.
+        if (title.text.isEmpty() || !m_sheet.rect().contains(mark) || !isRoom(around(center, narrowest)))
             continue;
-        QString &text = shownTexts[title.text];
-        if (text.isEmpty())
-            text = setting.elided(oneLine(title.text.left(mostCharacters)), widestTitle);
-        const QSizeF size = setting.sizeOf({text});
-        const QRectF rect = around(mark + QPointF(0, m_markRadius - m_markLift + 3 + size.height() / 2), size);
-        if (!m_space.isFree(rect) || !m_space.isUncovered(rect))
+        Fitted &fitted = fittedTexts[title.text];
+        if (fitted.text.isEmpty()) {
+            fitted.text = setting.elided(oneLine(title.text.left(mostCharacters)), widestTitle);
+            fitted.size = setting.sizeOf({fitted.text});
+        }
+        const QRectF rect = around(center, fitted.size);
+        if (!isRoom(rect))
             continue;
         m_space.reserve(rect);
-        m_labels.push_back({{text}, setting, rect});
+        m_labels.push_back({{fitted.text}, setting, rect});
     }
 }
 

@@ -20,8 +20,6 @@ constexpr double fingerRadius = 22;
 constexpr double selectedRadius = 18 * 1.2;
 /// Of the item that stands among dots, in pixels.
 constexpr double standingHeight = 24;
-/// Titles that are tried; below so many markers nobody reads more.
-constexpr size_t mostTitles = 200;
 
 bool isSoftware(QQuickWindow *window)
 {
@@ -152,8 +150,7 @@ std::shared_ptr<const MapAnnotations> EarthquakeMarkerLayer::annotations(const M
         if (m_levels[mark] > level || !reach.contains(position))
             continue;
         result->positions.push_back(position);
-        if (result->titles.size() < mostTitles)
-            result->titles.push_back({position, m_markers->earthquakes()[mark].location()});
+        result->titles.push_back({position, m_markers->earthquakes()[mark].location()});
     }
     if (standing) {
         const QPointF position = WebMercator::toWorld(standing->coordinate());
