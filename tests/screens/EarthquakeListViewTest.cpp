@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "Support/ShownWindow.h"
 #include "Support/Table.h"
+#include "Support/TestEarthquake.h"
 #include "iOS/Shared/EarthquakeSectionModel.h"
 #include "iOS/Ultimos/EarthquakeListScreen.h"
 
@@ -16,15 +17,7 @@ namespace {
 ParsedEarthquake row(const QString &eventID, Instant now, std::chrono::seconds ago,
                      const QString &location = QStringLiteral("W EL HIERRO"), double magnitude = 2.5)
 {
-    return {eventID,
-            std::chrono::floor<std::chrono::seconds>(now - ago),
-            27.75,
-            -18.25,
-            10,
-            magnitude,
-            QStringLiteral("mbLg"),
-            std::nullopt,
-            location};
+    return testRow(eventID, std::chrono::floor<std::chrono::seconds>(now - ago), magnitude, location);
 }
 
 /// Twenty events, two hours apart, the newest first.
@@ -184,7 +177,7 @@ private Q_SLOTS:
     {
         List shown;
         QVERIFY(shown.open());
-        shown.item("earthquakeList")->forceActiveFocus(Qt::TabFocusReason);
+        shown.list()->forceActiveFocus(Qt::TabFocusReason);
         auto *screen = shown.window().findChild<EarthquakeListScreen *>();
         const auto title = [&] { return shown.textOf("pageTitle"); };
         screen->setProperty("showHistorico", true);
@@ -379,7 +372,7 @@ private Q_SLOTS:
         QVERIFY(shown.open());
         shown.enqueuePage(twentyRows(shown.world.clock.now()));
         for (int i = 0; i < notches; ++i)
-            shown.turnWheel(shown.item("earthquakeList"), 120);
+            shown.turnWheel(shown.list(), 120);
         shown.settle();
         QCOMPARE(int(shown.world.urlSession.requests.size()), requests);
     }

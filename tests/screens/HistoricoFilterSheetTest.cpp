@@ -54,24 +54,24 @@ struct Sheet : ShownWindow
         return (segments && segments->hasActiveFocus()) || (menu && menu->hasActiveFocus());
     }
     bool isClosed() { return !named("Filtrar histórico"); }
-    void use(const char *name) { click(named(QString::fromUtf8(name))); }
-    bool shows(const char *name) const { return named(QString::fromUtf8(name)); }
+    void use(const char *name) { click(named(name)); }
+    bool shows(const char *name) const { return named(name); }
     const Filter &filter() const { return screen->viewModel()->filterMode(); }
 
     /// The names in this order that show, parted by commas.
-    QString shownOf(const QStringList &names) const
+    QString shownOf(std::initializer_list<const char *> names) const
     {
         QStringList shown;
-        for (const QString &name : names)
-            if (named(name))
-                shown.append(name);
+        for (const char *name : names)
+            if (shows(name))
+                shown.append(QString::fromUtf8(name));
         return shown.join(u',');
     }
 
     /// Chooses the entry of a picker's menu that lies `steps` below the chosen one; false when the menu stays.
     bool choose(const char *name, int steps)
     {
-        QQuickItem *picker = named(QString::fromUtf8(name));
+        QQuickItem *picker = named(name);
         picker->forceActiveFocus(Qt::TabFocusReason);
         press(Qt::Key_Space);
         for (int i = 0; i < std::abs(steps); ++i)
@@ -107,12 +107,9 @@ private Q_SLOTS:
         const auto [filter, shown] = Table<Filter, QString>::current();
         Sheet sheet;
         QVERIFY(sheet.open(filter));
-        QCOMPARE(
-            sheet.shownOf({QStringLiteral("Año: 2025"), QStringLiteral("Año: "), QStringLiteral("Mes (opcional)"),
-                           QStringLiteral("Mes: Todo el año"), QStringLiteral("Mes: March"), QStringLiteral("Desde"),
-                           QStringLiteral("Fecha inicio: Nov 10, 2026"), QStringLiteral("Hasta"),
-                           QStringLiteral("Fecha fin: Nov 12, 2026"), QStringLiteral("Borrar filtro")}),
-            shown);
+        QCOMPARE(sheet.shownOf({"Año: 2025", "Año: ", "Mes (opcional)", "Mes: Todo el año", "Mes: March", "Desde",
+                                "Fecha inicio: Nov 10, 2026", "Hasta", "Fecha fin: Nov 12, 2026", "Borrar filtro"}),
+                 shown);
         QCOMPARE(faultsOfItems(sheet.window()), QStringList());
     }
 
