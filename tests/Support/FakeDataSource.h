@@ -22,7 +22,7 @@ public:
             throw std::runtime_error("the source throws");
         open = std::make_shared<QPromise<QList<ParsedEarthquake>>>();
         open->start();
-        const auto future = open->future();
+        auto future = open->future();
         if (!holdsAnswers)
             release();
         return future;
