@@ -138,6 +138,9 @@ private Q_SLOTS:
         const QImage titled = paintBaseMap(data(), wanted).image;
         QVERIFY(differences(bare, titled, under) > 200);
         QCOMPARE(differences(bare, titled, QRect(200, 150, 200, 60)), 0);
+        annotations->titles[0].drop = 20;
+        QCOMPARE(differences(bare, paintBaseMap(data(), wanted).image, under), 0);
+        annotations->titles[0].drop = 0;
         annotations->positions.push_back(wanted.camera.toWorld({320, 226}));
         QCOMPARE(differences(bare, paintBaseMap(data(), wanted).image, under), 0);
     }

@@ -342,6 +342,19 @@ private Q_SLOTS:
             QCOMPARE(kept->titles[i].world, WebMercator::toWorld(events[i].coordinate()));
     }
 
+    /// From 14 pixels to 18 with half a ring of 2.5, a fifth larger.
+    void theTitleOfTheSelectedStandsBelowItsLargerBadge()
+    {
+        Map map;
+        map.set.setEarthquakes({map.at({100, 100}, 1), map.at({200, 100}, 1)});
+        QSignalSpy repaints(&map.layer, &MapAnnotationSource::annotationsChanged);
+        map.set.setSelected(map.set.earthquakes()[1]);
+        QCOMPARE(repaints.count(), 1);
+        const auto kept = map.layer.annotations(map.controller.camera());
+        QCOMPARE(kept->titles[0].drop, 0.0);
+        QCOMPARE(kept->titles[1].drop, (18 + 1.25) * 1.2 - 14);
+    }
+
     void whatStandsAmongDotsHasTheFirstTitle()
     {
         Map map;

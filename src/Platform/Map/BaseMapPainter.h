@@ -17,6 +17,8 @@ struct MapAnnotations
         QPointF world;
         /// As the page has it: it is cleaned and shortened where it is drawn.
         QString text;
+        /// Pixels that it stands lower than the others, under a mark that is drawn larger.
+        double drop = 0;
     };
 
     /// World points.

@@ -121,7 +121,7 @@ void MapLabels::placeTitles(const std::vector<MapAnnotations::Title> &titles)
     QHash<QString, Fitted> fittedTexts;
     for (const MapAnnotations::Title &title : titles) {
         const QPointF mark = m_sheet.toSheet(title.world);
-        const QPointF center = mark + QPointF(0, m_markRadius - m_markLift + 3 + narrowest.height() / 2);
+        const QPointF center = mark + QPointF(0, m_markRadius - m_markLift + title.drop + 3 + narrowest.height() / 2);
         // In a swarm nearly all end here, before their text is measured.
         if (title.text.isEmpty() || !m_sheet.rect().contains(mark) || !isRoom(around(center, narrowest)))
             continue;

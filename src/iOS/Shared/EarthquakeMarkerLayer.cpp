@@ -18,6 +18,8 @@ namespace {
 constexpr double fingerRadius = 22;
 /// Disc of the selected marker, with its scale.
 constexpr double selectedRadius = 18 * 1.2;
+/// Half the ring around it.
+constexpr double selectedEdge = 2.5 / 2 * 1.2;
 /// Of the item that stands among dots, in pixels.
 constexpr double standingHeight = 24;
 
@@ -145,19 +147,21 @@ std::shared_ptr<const MapAnnotations> EarthquakeMarkerLayer::annotations(const M
     const QRectF seen = camera.visibleWorld();
     const QRectF reach = seen.adjusted(-seen.width() / 2, -seen.height() / 2, seen.width() / 2, seen.height() / 2);
     const int level = MarkerThinning::levelOf(camera.scale());
+    const std::optional<qsizetype> enlarged = enlargedBadge();
     for (size_t mark = 0; mark < m_index.positions().size(); ++mark) {
         const QPointF &position = m_index.positions()[mark];
         if (m_levels[mark] > level || !reach.contains(position))
             continue;
         result->positions.push_back(position);
-        result->titles.push_back({position, m_markers->earthquakes()[mark].location()});
+        const double drop = enlarged == qsizetype(mark) ? selectedRadius + selectedEdge - radius() : 0;
+        result->titles.push_back({position, m_markers->earthquakes()[mark].location(), drop});
     }
     if (standing) {
         const QPointF position = WebMercator::toWorld(standing->coordinate());
         // Its item is taller than a dot: two dots, one above the other, hold the room of it.
         const QPointF above = camera.toWorld(camera.toScreen(position) - QPointF(0, standingHeight - m_look.diameter));
         result->positions.insert(result->positions.end(), {position, above});
-        result->titles.insert(result->titles.begin(), {position, standing->location()});
+        result->titles.insert(result->titles.begin(), {position, standing->location(), 0});
     }
     return result;
 }
@@ -185,19 +189,20 @@ void EarthquakeMarkerLayer::earthquakesChanged()
     buildMarkers();
     m_raised.keepOnly([this](const Earthquake &earthquake) { return indexOf(earthquake).has_value(); });
     selectionChanged();
-    Q_EMIT annotationsChanged();
 }
 
 void EarthquakeMarkerLayer::selectionChanged()
 {
-    if (!m_markers)
-        return;
-    if (m_style == Style::dots) {
-        Q_EMIT annotationsChanged();
-        return;
+    if (m_markers && m_style == Style::badges) {
+        const auto &selected = m_markers->selected();
+        m_raised.update(m_markers->latest(), selected && indexOf(*selected) ? selected : std::nullopt);
     }
-    const auto &selected = m_markers->selected();
-    m_raised.update(m_markers->latest(), selected && indexOf(*selected) ? selected : std::nullopt);
+    Q_EMIT annotationsChanged();
+}
+
+std::optional<qsizetype> EarthquakeMarkerLayer::enlargedBadge() const
+{
+    return m_style == Style::badges && m_markers->selected() ? indexOf(*m_markers->selected()) : std::nullopt;
 }
 
 std::optional<Earthquake> EarthquakeMarkerLayer::standingAmongDots() const

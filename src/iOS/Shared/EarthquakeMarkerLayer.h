@@ -76,6 +76,8 @@ private:
     void cameraMoved();
     void lookChanged();
     std::optional<Earthquake> standingAmongDots() const;
+    /// Number of the selected event in a set of badges.
+    std::optional<qsizetype> enlargedBadge() const;
     void buildMarkers();
     QSGNode *updateQuads(QSGNode *node);
     QSGNode *updatePainting(QSGNode *node);
