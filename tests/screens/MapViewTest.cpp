@@ -181,6 +181,10 @@ private Q_SLOTS:
         QVERIFY(map.hasCallout());
         map.press(Qt::Key_Escape);
         QVERIFY(!map.hasCallout());
+        map.click(map.at(28.6, -17.9));
+        QVERIFY2(spoken().startsWith(QStringLiteral("4.1")), qPrintable(spoken()));
+        map.press(Qt::Key_Return);
+        QVERIFY(!map.hasCallout());
     }
 
     void gesturesMoveTheMap()

@@ -174,14 +174,6 @@ void MapScreen::resetFilters()
     m_viewModel->setSelectedDateFilter(DateFilter::all);
 }
 
-bool MapScreen::tap(EarthquakeMarkerLayer *layer, const QPointF &point, bool byFinger)
-{
-    const std::optional<Earthquake> tapped = layer->earthquakeAt(point, byFinger);
-    if (tapped)
-        toggle(*tapped);
-    return tapped.has_value();
-}
-
 bool MapScreen::hasMarkerAt(EarthquakeMarkerLayer *layer, const QPointF &point) const
 {
     return layer->earthquakeAt(point, false).has_value();

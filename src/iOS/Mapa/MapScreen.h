@@ -71,9 +71,6 @@ public:
     Q_INVOKABLE void appear();
     Q_INVOKABLE void disappear();
     Q_INVOKABLE void resetFilters();
-    /// A tap on the map. On a marker it selects the event, or ends its selection; elsewhere it does nothing. Tells
-    /// whether there was a marker.
-    Q_INVOKABLE bool tap(EarthquakeMarkerLayer *layer, const QPointF &point, bool byFinger);
     /// A marker is under the pointer.
     Q_INVOKABLE bool hasMarkerAt(EarthquakeMarkerLayer *layer, const QPointF &point) const;
     Q_INVOKABLE void dismissCallout();

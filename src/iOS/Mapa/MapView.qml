@@ -83,7 +83,7 @@ NavigationStack {
             topCover: page.coveredHeight
             bottomCover: callout.coveredHeight
             annotations: markerLayer
-            onTapped: (position, byFinger) => screen.tap(markerLayer, position, byFinger)
+            onTapped: (position, byFinger) => walk.tap(position, byFinger)
             onDoubleTapped: position => map.zoomUnless(screen.hasMarkerAt(markerLayer, position), position)
             Keys.onPressed: event => event.accepted = walk.pressKey(event.key, event.modifiers)
 

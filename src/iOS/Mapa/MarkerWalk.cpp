@@ -67,9 +67,13 @@ bool MarkerWalk::pressKey(int key, int modifiers)
     }
 }
 
-void MarkerWalk::leave()
+void MarkerWalk::tap(const QPointF &point, bool byFinger)
 {
-    setCurrent(std::nullopt);
+    const std::optional<Earthquake> tapped = m_layer->earthquakeAt(point, byFinger);
+    if (!tapped)
+        return;
+    m_current = tapped;
+    m_screen->toggle(*tapped);
 }
 
 bool MarkerWalk::go(MarkerIndex::Direction direction)
@@ -83,8 +87,12 @@ bool MarkerWalk::go(MarkerIndex::Direction direction)
         next = m_layer->nearest(*selected, direction);
     else
         next = m_layer->nearestTo({size.width() / 2, (size.height() + m_topCover - m_bottomCover) / 2});
-    if (next)
-        setCurrent(next);
+    if (!next)
+        return true;
+    m_current = next;
+    m_layer->controller()->reveal(WebMercator::toWorld(next->coordinate()), {0, m_topCover, 0, m_bottomCover},
+                                  edgePixels);
+    Q_EMIT changed();
     return true;
 }
 
@@ -102,13 +110,4 @@ bool MarkerWalk::closeCallout()
         return false;
     m_screen->dismissCallout();
     return true;
-}
-
-void MarkerWalk::setCurrent(const std::optional<Earthquake> &earthquake)
-{
-    m_current = earthquake;
-    if (m_current)
-        m_layer->controller()->reveal(WebMercator::toWorld(m_current->coordinate()), {0, m_topCover, 0, m_bottomCover},
-                                      edgePixels);
-    Q_EMIT changed();
 }

@@ -3,8 +3,8 @@
 #include "Platform/Text/DateFormatter.h"
 #include "iOS/Mapa/MapScreen.h"
 
-/// The keyboard on the map: Alt with an arrow goes from event to event by nearness, Enter opens and closes the callout
-/// of the one it stands on, Escape closes it.
+/// From event to event on the map. Alt with an arrow goes to the next by nearness, Enter opens and closes the callout
+/// of the one it stands on, Escape closes it. A tap goes to the event under it as well.
 class MarkerWalk : public QObject, public QQmlParserStatus
 {
     Q_OBJECT
@@ -33,12 +33,11 @@ public:
     QPointF position() const;
     bool isOnSelected() const;
     QString text() const;
-    const std::optional<Earthquake> &current() const { return m_current; }
 
     /// False for keys that mean nothing here.
     Q_INVOKABLE bool pressKey(int key, int modifiers);
-    /// Forgets where it stands.
-    Q_INVOKABLE void leave();
+    /// A tap on the layer. On a marker it selects the event, or ends its selection; elsewhere it does nothing.
+    Q_INVOKABLE void tap(const QPointF &point, bool byFinger);
 
 Q_SIGNALS:
     void changed();
@@ -47,7 +46,6 @@ private:
     bool go(MarkerIndex::Direction direction);
     bool openCallout();
     bool closeCallout();
-    void setCurrent(const std::optional<Earthquake> &earthquake);
 
     MapScreen *m_screen = nullptr;
     EarthquakeMarkerLayer *m_layer = nullptr;
