@@ -28,7 +28,6 @@ BaseMapStyle lightStyle()
     style.municipalBorder = rgb(0x9C8F74, 0.75);
     style.countryBorder = rgb(0xA79C86, 0.80);
     style.graticule = rgb(0x3F6C86, 0.16);
-    style.graticuleFigures = rgb(0x3F6C86, 0.75);
     style.landHalo = rgb(0xF8F6EE, 0.90);
     style.seaHalo = rgb(0xC9DFEA, 0.85);
     style.townText = rgb(0x24313A);
@@ -59,7 +58,6 @@ BaseMapStyle darkStyle()
     style.municipalBorder = rgb(0x75868C, 0.65);
     style.countryBorder = rgb(0x67777E, 0.70);
     style.graticule = rgb(0x9CC4D8, 0.10);
-    style.graticuleFigures = rgb(0x9CC4D8, 0.55);
     style.landHalo = rgb(0x1B262B, 0.90);
     style.seaHalo = rgb(0x0F212D, 0.85);
     style.townText = rgb(0xE7EEF0);

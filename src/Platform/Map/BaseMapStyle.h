@@ -27,7 +27,6 @@ public:
     QColor municipalBorder;
     QColor countryBorder;
     QColor graticule;
-    QColor graticuleFigures;
     QColor landHalo;
     QColor seaHalo;
     QColor townText;

@@ -127,9 +127,9 @@ QString MapScreen::location() const
     return m_called ? m_called->location() : QString();
 }
 
-QString MapScreen::dateText() const
+QString MapScreen::dateText(const Earthquake &earthquake) const
 {
-    return m_called ? m_dates.string(m_called->date()) + QStringLiteral(" UTC") : QString();
+    return m_dates.string(earthquake.date()) + QStringLiteral(" UTC");
 }
 
 double MapScreen::magnitude() const

@@ -56,8 +56,9 @@ public:
     bool hasFilter() const { return selectedFilter() != 0 || selectedDateFilter() != 0; }
     bool hasCallout() const;
     QString location() const;
-    /// Universal time.
-    QString dateText() const;
+    QString dateText() const { return m_called ? dateText(*m_called) : QString(); }
+    /// When an event was, in universal time.
+    QString dateText(const Earthquake &earthquake) const;
     double magnitude() const;
     QString magnitudeType() const;
     QString depthText() const;

@@ -11,7 +11,6 @@ constexpr double edgePixels = 48;
 
 MarkerWalk::MarkerWalk(QObject *parent)
     : QObject(parent)
-    , m_dates(DateFormatter::Form::skeleton, QStringLiteral("dMMMyjm"), QStringLiteral("UTC"))
 {
 }
 
@@ -42,7 +41,7 @@ QString MarkerWalk::text() const
     if (!isOnMap())
         return {};
     return fixedText(m_current->magnitude(), 1) + QStringLiteral(", ") + oneLine(m_current->location())
-        + QStringLiteral(", ") + m_dates.string(m_current->date()) + QStringLiteral(" UTC");
+        + QStringLiteral(", ") + m_screen->dateText(*m_current);
 }
 
 bool MarkerWalk::pressKey(int key, int modifiers)

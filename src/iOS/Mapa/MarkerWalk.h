@@ -1,6 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
-#include "Platform/Text/DateFormatter.h"
 #include "iOS/Mapa/MapScreen.h"
 
 /// From event to event on the map. Alt with an arrow goes to the next by nearness, Enter opens and closes the callout
@@ -52,5 +51,4 @@ private:
     double m_topCover = 0;
     double m_bottomCover = 0;
     std::optional<Earthquake> m_current;
-    DateFormatter m_dates;
 };

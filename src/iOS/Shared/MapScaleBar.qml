@@ -8,7 +8,6 @@ Item {
     id: root
 
     required property MapController controller
-    readonly property color ink: Theme.dark ? "#D9E7EEF0" : "#D924313A"
 
     width: controller.scaleBarWidth
     height: 20
@@ -19,26 +18,26 @@ Item {
         anchors { horizontalCenter: parent.horizontalCenter; bottom: parent.bottom; bottomMargin: Theme.xs }
         text: root.controller.scaleBarText
         textStyle: Theme.caption2
-        color: root.ink
+        color: Theme.mapInk
         style: Text.Outline
-        styleColor: Theme.dark ? "#A60F212D" : "#A6C9DFEA"
+        styleColor: Theme.mapHalo
         Accessible.ignored: true
     }
     Rectangle {
         anchors { left: parent.left; right: parent.right; bottom: parent.bottom }
         height: 1.5
-        color: root.ink
+        color: Theme.mapInk
     }
     Rectangle {
         anchors { left: parent.left; bottom: parent.bottom }
         width: 1.5
         height: 5
-        color: root.ink
+        color: Theme.mapInk
     }
     Rectangle {
         anchors { right: parent.right; bottom: parent.bottom }
         width: 1.5
         height: 5
-        color: root.ink
+        color: Theme.mapInk
     }
 }

@@ -62,7 +62,7 @@ FocusScope { // qmllint disable
             text: figure
             textStyle: Theme.swatch
             font.weight: Font.Normal
-            color: Theme.dark ? "#8C9CC4D8" : "#BF3F6C86"
+            color: Theme.mapFigures
             Accessible.ignored: true
         }
     }

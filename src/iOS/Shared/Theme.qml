@@ -66,6 +66,11 @@ QtObject {
     readonly property color barMaterial: dark ? "#F514181B" : "#F5FCFDFD"
     readonly property color scrim: dark ? "#8F040709" : "#5210181E"
 
+    // Written on the ground of the map.
+    readonly property color mapFigures: dark ? "#8C9CC4D8" : "#BF3F6C86"
+    readonly property color mapInk: dark ? "#D9E7EEF0" : "#D924313A"
+    readonly property color mapHalo: dark ? "#A60F212D" : "#A6C9DFEA"
+
     // Small things.
     readonly property color tipGround: dark ? "#E8EDF0" : "#262E34"
     readonly property color tipText: dark ? "#14181B" : "#F2F5F6"
@@ -167,8 +172,6 @@ QtObject {
         color: root.dark ? "#9E000000" : "#4710181E"; blur: root.dark ? 60 : 56; offset: root.dark ? 20 : 18
     }
     readonly property ShadowStyle shadowCallout: ShadowStyle { color: "#40000000"; blur: 16; offset: 0 }
-    readonly property ShadowStyle shadowMarker: ShadowStyle { color: "#54000000"; blur: 2; offset: 0 }
-    readonly property ShadowStyle shadowMarkerSelected: ShadowStyle { color: "#54000000"; blur: 8; offset: 0 }
 
     // Motion: durations, and the curves as cubic Béziers for Easing.BezierSpline.
     readonly property int springSelect: reducedMotion ? 0 : 250
