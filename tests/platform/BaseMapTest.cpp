@@ -141,6 +141,9 @@ private Q_SLOTS:
         annotations->titles[0].drop = 20;
         QCOMPARE(differences(bare, paintBaseMap(data(), wanted).image, under), 0);
         annotations->titles[0].drop = 0;
+        wanted.covers = {QRectF(300, 220, 5, 5)};
+        QCOMPARE(differences(bare, paintBaseMap(data(), wanted).image, under), 0);
+        wanted.covers.clear();
         annotations->positions.push_back(wanted.camera.toWorld({320, 226}));
         QCOMPARE(differences(bare, paintBaseMap(data(), wanted).image, under), 0);
     }

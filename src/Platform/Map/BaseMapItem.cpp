@@ -199,6 +199,8 @@ void BaseMapItem::paint()
     request.appearance = m_isDark ? MapAppearance::dark : MapAppearance::light;
     if (m_annotations)
         request.annotations = m_annotations->annotations(request.camera);
+    for (const QQuickItem *cover : m_covers)
+        request.covers.push_back(mapRectFromItem(cover, cover->boundingRect()));
     whenFinished(painted(request), this, [this, wanted = m_wanted](const QFuture<BaseMapPicture> &picture) {
         m_isPainting = false;
         take(picture.result(), wanted);

@@ -6,6 +6,7 @@
 
 #include <QFuture>
 #include <QPointer>
+#include <QQmlListProperty>
 
 /// The base map under a camera. It is painted on another thread into a picture somewhat larger than the item; while the
 /// camera moves, the last picture moves and stretches with it, and a sharp one takes its place when the camera has
@@ -18,6 +19,8 @@ class BaseMapItem : public QQuickItem
     Q_PROPERTY(bool isDark READ isDark WRITE setDark NOTIFY isDarkChanged)
     /// Whose titles are painted; null for none.
     Q_PROPERTY(MapAnnotationSource *annotations READ annotations WRITE setAnnotations NOTIFY annotationsChanged)
+    /// Items that lie over the map, and no label under them. Where they are is asked at each painting.
+    Q_PROPERTY(QQmlListProperty<QQuickItem> covers READ covers)
     /// The picture on screen is the one that the camera, the scheme and the annotations ask for.
     Q_PROPERTY(bool isSharp READ isSharp NOTIFY isSharpChanged)
 
@@ -28,6 +31,7 @@ public:
     bool isDark() const { return m_isDark; }
     MapAnnotationSource *annotations() const { return m_annotations; }
     bool isSharp() const { return m_isSharp; }
+    QQmlListProperty<QQuickItem> covers() { return {this, &m_covers}; }
     void setController(MapController *controller);
     void setDark(bool isDark);
     void setAnnotations(MapAnnotationSource *annotations);
@@ -54,6 +58,7 @@ private:
 
     QPointer<MapController> m_controller;
     QPointer<MapAnnotationSource> m_annotations;
+    QList<QQuickItem *> m_covers;
     bool m_isDark = false;
     bool m_isSharp = false;
 

@@ -195,6 +195,7 @@ BaseMapPicture paintBaseMap(const BaseMapData &data, const BaseMapRequest &reque
 
     MapLabels labels(sheet, style, landAndSea.islands(), landAndSea.contextLand());
     labels.reserveGraticuleFigures(request.camera);
+    labels.reserveCovers(request.camera, request.covers);
     if (request.annotations)
         labels.avoid(*request.annotations);
     labels.place(data.places);

@@ -42,6 +42,8 @@ struct BaseMapRequest
     MapAppearance appearance = MapAppearance::light;
     /// Null where nothing lies above.
     std::shared_ptr<const MapAnnotations> annotations;
+    /// What lies over the map, in pixels of the window: no label goes there.
+    std::vector<QRectF> covers;
 };
 
 /// A painted piece of the world.

@@ -84,6 +84,13 @@ void MapLabels::reserveGraticuleFigures(const MapCamera &window)
     }
 }
 
+void MapLabels::reserveCovers(const MapCamera &window, const std::vector<QRectF> &covers)
+{
+    const QPointF corner = m_sheet.toSheet(window.visibleWorld().topLeft());
+    for (const QRectF &cover : covers)
+        m_space.reserve(cover.translated(corner));
+}
+
 void MapLabels::avoid(const MapAnnotations &annotations)
 {
     m_markRadius = annotations.radius;

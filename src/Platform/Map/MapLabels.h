@@ -20,6 +20,8 @@ public:
 
     /// Keeps free the strips at the window's edges where the figures of the graticule stand.
     void reserveGraticuleFigures(const MapCamera &window);
+    /// Keeps free rectangles of the window.
+    void reserveCovers(const MapCamera &window, const std::vector<QRectF> &covers);
     void avoid(const MapAnnotations &annotations);
     void place(const std::vector<MapPlace> &places);
     /// A title goes under its mark, and only where it meets no label and no mark.

@@ -45,6 +45,7 @@ FocusScope { // qmllint disable
         anchors.fill: parent
         controller: mapController
         isDark: Theme.dark
+        covers: [credit, scaleBar, zoomButtons]
     }
     Repeater {
         model: MapGraticule {
@@ -90,6 +91,8 @@ FocusScope { // qmllint disable
         anchors.fill: parent
     }
     MapScaleBar {
+        id: scaleBar
+
         /// Where the two do not fit side by side, the bar lies above the credit.
         readonly property bool isAbove: root.width < credit.width + mapController.widestScaleBar + 2 * Theme.l + Theme.s
 
@@ -104,6 +107,8 @@ FocusScope { // qmllint disable
         anchors { left: parent.left; bottom: parent.bottom; leftMargin: Theme.l; bottomMargin: root.bottomCover > 0 ? root.bottomCover + Theme.s : Theme.l }
     }
     MapZoomButtons {
+        id: zoomButtons
+
         anchors { right: parent.right; top: parent.top; rightMargin: Theme.l; topMargin: root.topCover + Theme.l }
         controller: mapController
     }
