@@ -205,6 +205,21 @@ private Q_SLOTS:
         QVERIFY(map.becomesSharp());
     }
 
+    void theCalloutShowsEachFigureWithItsName()
+    {
+        MapSection map;
+        QVERIFY(map.open());
+        map.click(map.at(28.6, -17.9));
+        const QQuickItem *callout = map.shown.named(QStringLiteral("W FRONTERA.IHI"));
+        QStringList texts;
+        for (const QQuickItem *text : map.shown.itemsOf("QQuickText"))
+            if (callout->isAncestorOf(text))
+                texts.append(text->property("text").toString());
+        QCOMPARE(texts.join(u'|'),
+                 QStringLiteral("W FRONTERA.IHI|Nov 22, 2026, 6:00\u202FPM UTC|38 km|Depth|4.1|Magnitude|mbLg|Type"
+                                "|Ver detalle"));
+    }
+
     void closingTheCalloutGivesTheKeyboardBackToTheMap()
     {
         MapSection map;
