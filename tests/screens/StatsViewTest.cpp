@@ -139,8 +139,7 @@ private Q_SLOTS:
         QSignalSpy moved(&model, &ClusterModel::rowsMoved);
         QSignalSpy removed(&model, &ClusterModel::rowsRemoved);
         const auto changes = [&] {
-            const QString text =
-                QStringLiteral("+%1 ~%2 -%3").arg(inserted.count()).arg(moved.count()).arg(removed.count());
+            QString text = QStringLiteral("+%1 ~%2 -%3").arg(inserted.count()).arg(moved.count()).arg(removed.count());
             inserted.clear();
             moved.clear();
             removed.clear();
