@@ -63,7 +63,12 @@ orvaliaApp::orvaliaApp(Root root)
     connect(&MainWindows::shared(), &MainWindows::newWindowWanted, this, &orvaliaApp::openMainWindow);
 }
 
-orvaliaApp::~orvaliaApp() = default;
+orvaliaApp::~orvaliaApp()
+{
+    // The engine ends its windows one by one, and each that hides would have the ended ones looked through.
+    for (QObject *object : m_engine.rootObjects())
+        object->disconnect(this);
+}
 
 int orvaliaApp::run()
 {
