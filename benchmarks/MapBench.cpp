@@ -41,6 +41,7 @@ public:
         set.setEarthquakes(events(count, spread));
         layer.setController(&controller);
         layer.setMarkers(&set);
+        base.setAnnotations(&layer);
         layer.setSize(windowSize);
         layer.setParentItem(window.contentItem());
         window.resize(windowSize);
@@ -89,12 +90,14 @@ public:
             clusters.push_back({around(28.2, 1.8), around(-16, 5)});
         std::vector<Earthquake> result;
         for (int i = 0; i < count; ++i) {
-            const Coordinate &cluster = clusters[size_t(random.bounded(40))];
+            const int number = random.bounded(40);
+            const Coordinate &cluster = clusters[size_t(number)];
             const bool isEven = spread == Spread::even;
             result.emplace_back(QString::number(i), world.clock.now() - std::chrono::minutes(i),
                                 isEven ? around(28.3, 8) : around(cluster.latitude, 0.3),
                                 isEven ? around(-15.8, 13) : around(cluster.longitude, 0.3), 10,
-                                random.generateDouble() * 4, QStringLiteral("mbLg"), std::nullopt, QString());
+                                random.generateDouble() * 4, QStringLiteral("mbLg"), std::nullopt,
+                                QStringLiteral("NW PUEBLO NÚMERO %1.TF").arg(number));
         }
         return result;
     }
@@ -177,5 +180,11 @@ void mapBudgets(Budgets &budgets)
         budgets.measured(name, map.sharpen(), "ms");
         for (int doubling = 0; doubling < 4; ++doubling)
             map.controller.zoomInAt(500, 350);
+    }
+    for (const auto &[spread, name] : {std::pair(Spread::swarms, "map: base map made sharp, 100,000 in swarms"),
+                                       std::pair(Spread::even, "map: base map made sharp, 100,000 evenly")}) {
+        MeasuredMap crowded(100'000, spread);
+        crowded.sharpen();
+        budgets.measured(name, crowded.sharpen(), "ms");
     }
 }
