@@ -6,6 +6,7 @@
 
 #include <gumbo.h>
 
+#include <algorithm>
 #include <cstdlib>
 
 namespace {
@@ -74,12 +75,12 @@ void parserBudgets(Budgets &budgets)
         [&] { parseAll(short1MB, 1); });
 
     // Each looks for an end that never comes: of a row, of a cell's opening tag, of the tag after a lone bracket.
-    for (const char *const endless : {"<tr><td>", "<td", "<"}) {
-        const QByteArray name = QByteArray("parser: page with 4 MB of \"") + endless + "\" : with 1 MB";
+    for (const QByteArray endless : {"<tr><td>", "<td", "<"}) {
+        const QByteArray name = "parser: page with 4 MB of \"" + endless + "\" : with 1 MB";
         const QByteArray shortPage =
-            swarm + "<tr>" + QByteArray(endless).repeated((1 << 20) / qsizetype(qstrlen(endless)));
+            swarm + "<tr>" + endless.repeated((1 << 20) / std::max<qsizetype>(1, endless.size()));
         const QByteArray longPage =
-            swarm + "<tr>" + QByteArray(endless).repeated((4 << 20) / qsizetype(qstrlen(endless)));
+            swarm + "<tr>" + endless.repeated((4 << 20) / std::max<qsizetype>(1, endless.size()));
         budgets.atMost(
             6, name, [&] { parseAll(longPage, 1700); }, [&] { parseAll(shortPage, 1700); });
     }

@@ -205,7 +205,8 @@ private Q_SLOTS:
 
     void settingsAreASheetForAsLongAsTheStateSaysSo()
     {
-        const auto [section, screenType] = Table<Qt::Key, QByteArray>::current();
+        const auto [section, type] = Table<Qt::Key, QByteArray>::current();
+        const QByteArray &screenType = type;
         ShownWindow shown;
         QVERIFY(shown.show({480, 480}));
         shown.press(section, Qt::ControlModifier);

@@ -333,8 +333,11 @@ private Q_SLOTS:
     {
         Map map;
         std::vector<Earthquake> events;
-        for (int i = 0; i < 250; ++i)
-            events.push_back(map.at({-280.0 + 40 * (i % 25), -150.0 + 40 * (i / 25)}, 1));
+        events.reserve(250);
+        for (int i = 0; i < 250; ++i) {
+            const int row = i / 25;
+            events.push_back(map.at({-280.0 + 40 * (i % 25), -150.0 + 40 * row}, 1));
+        }
         map.set.setEarthquakes(events);
         const auto kept = map.layer.annotations(map.controller.camera());
         QCOMPARE(kept->titles.size(), events.size());

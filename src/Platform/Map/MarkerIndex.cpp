@@ -90,7 +90,8 @@ std::optional<qsizetype> MarkerIndex::topmostAt(const QPointF &world, double rad
 template<class Accept>
 std::optional<qsizetype> MarkerIndex::nearestAccepted(const QPointF &world, Accept accept) const
 {
-    for (double radius = 1 / cellsPerDegree; radius <= 2 * square; radius *= 2) {
+    double radius = 1 / cellsPerDegree;
+    while (radius <= 2 * square) {
         std::optional<qsizetype> found;
         double shortest = radius * radius;
         visit(world, radius, [&](qsizetype mark) {
@@ -104,6 +105,7 @@ std::optional<qsizetype> MarkerIndex::nearestAccepted(const QPointF &world, Acce
         });
         if (found)
             return found;
+        radius *= 2;
     }
     return std::nullopt;
 }

@@ -64,7 +64,10 @@ QImage MarkerAtlas::image(double devicePixelRatio) const
     QPainter painter(&image);
     painter.scale(devicePixelRatio, devicePixelRatio);
     const double side = pixels / devicePixelRatio;
-    for (int cell = 0; cell < cellCount(); ++cell)
-        paintMarker(painter, m_looks[size_t(cell)], {cell % columns * side, cell / columns * side, side, side});
+    for (int cell = 0; cell < cellCount(); ++cell) {
+        const int column = cell % columns;
+        const int row = cell / columns;
+        paintMarker(painter, m_looks[size_t(cell)], {column * side, row * side, side, side});
+    }
     return image;
 }
