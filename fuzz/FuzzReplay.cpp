@@ -21,7 +21,7 @@ constexpr unsigned seed = 1;
 
 std::vector<Bytes> corpusIn(const char *folder)
 {
-    // A folder has no order of its own, and the seed means something only with one.
+    // Sorted, so that the same seed changes the same inputs on every file system.
     const std::filesystem::directory_iterator entries(folder);
     std::set<std::filesystem::path> paths(begin(entries), end(entries));
     std::vector<Bytes> corpus;
