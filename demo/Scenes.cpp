@@ -9,6 +9,9 @@ namespace {
 using namespace std::chrono_literals;
 using namespace Steps;
 
+constexpr QSize phoneSize(360, 640);
+constexpr QSize gallerySize(1100, 740);
+
 /// The moment of every scene: a Friday morning with a swarm under way.
 constexpr Instant now{std::chrono::sys_days{std::chrono::year{2025} / 3 / 14} + 10h + 25min};
 
@@ -199,6 +202,11 @@ void openSettings(Stage &stage)
     stage.useWindow(QStringLiteral("Ajustes"));
 }
 
+void showControls(Stage &stage)
+{
+    stage.openPage(QUrl(QStringLiteral("qrc:/qt/qml/orvalia/Gallery/Gallery.qml")));
+}
+
 const Scene::Step search = press("Buscar por localización");
 }
 
@@ -269,10 +277,17 @@ const std::vector<Scene> &scenes()
         {"settings-radius-of-none",
          {allOn, saved("settings.locationRadiusKm", 37.5), openFull, openSettings, scroll("By magnitude", 2)}},
         {"settings-picker", {openFull, openSettings, press("Frecuencia: 10 minutes")}},
-        {"phone-list", {openPhone, waitFor("row 0")}, true},
-        {"phone-detail", {openPhone, press("row 0"), waitFor("detailMap")}, true},
-        {"phone-map", {openPhone, press("Mapa"), waitFor("map")}, true},
-        {"phone-stats", {openPhone, press("Estadísticas"), waitFor("Actividad Reciente")}, true},
+        {"phone-list", {openPhone, waitFor("row 0")}, phoneSize},
+        {"phone-detail", {openPhone, press("row 0"), waitFor("detailMap")}, phoneSize},
+        {"phone-map", {openPhone, press("Mapa"), waitFor("map")}, phoneSize},
+        {"phone-stats", {openPhone, press("Estadísticas"), waitFor("Actividad Reciente")}, phoneSize},
+        {"controls", {showControls}, gallerySize},
+        {"controls-search", {showControls, press("search")}, gallerySize},
+        {"controls-menu", {showControls, press("menuButton"), hover("Navegar")}, gallerySize},
+        {"controls-picker", {showControls, press("picker")}, gallerySize},
+        {"controls-calendar", {showControls, press("date")}, gallerySize},
+        {"controls-sheet", {showControls, press("sheetButton")}, gallerySize},
+        {"controls-question", {showControls, press("questionButton")}, gallerySize},
     };
     return all;
 }

@@ -2,7 +2,7 @@
 #pragma once
 #include "Stage.h"
 
-#include <QString>
+#include <QSize>
 
 #include <vector>
 
@@ -14,9 +14,9 @@ struct Scene
 
     const char *name;
     std::vector<Step> steps;
-    /// Over the phone-sized root, which has one size.
-    bool isOnPhone = false;
+    /// Of the window, where the scene has just one; else it is shown in every size.
+    QSize onlySize = {};
 };
 
-/// Every screen in every state, in the order in which the program shows them.
+/// Every screen in every state, in the order in which the program shows them; at last the controls by themselves.
 const std::vector<Scene> &scenes();

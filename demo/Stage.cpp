@@ -1,13 +1,14 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "Stage.h"
 
-#include <QAccessible>
+#include "Support/ShownItems.h"
+
 #include <QElapsedTimer>
 #include <QGuiApplication>
+#include <QQmlEngine>
 #include <QQuickItem>
 #include <QSGRendererInterface>
 #include <QTest>
-#include <QWheelEvent>
 
 #include <algorithm>
 
@@ -15,12 +16,6 @@ namespace {
 constexpr int longestWaitMs = 10000;
 constexpr int longestMotionMs = 2000;
 constexpr int restMs = 50;
-
-QString spokenName(QQuickItem *item)
-{
-    QAccessibleInterface *const accessible = QAccessible::queryAccessibleInterface(item);
-    return accessible ? accessible->text(QAccessible::Name) : QString();
-}
 
 /// A name with a star behind it stands for all that begin alike.
 bool matches(const QString &text, const QString &name)
@@ -30,20 +25,8 @@ bool matches(const QString &text, const QString &name)
 
 bool hasName(QQuickItem *item, const QString &name)
 {
-    return item->objectName() == name || matches(spokenName(item), name)
+    return item->objectName() == name || matches(ShownItems::spokenName(item), name)
         || matches(item->property("text").toString(), name);
-}
-
-/// The item of this name at or below `item`, topmost first; null when none shows.
-QQuickItem *findBelow(QQuickItem *item, const QString &name)
-{
-    if (!item->isVisible() || qFuzzyIsNull(item->opacity()))
-        return nullptr;
-    const QList<QQuickItem *> children = item->childItems();
-    for (auto child = children.crbegin(); child != children.crend(); ++child)
-        if (QQuickItem *const found = findBelow(*child, name))
-            return found;
-    return item->width() > 0 && item->height() > 0 && hasName(item, name) ? item : nullptr;
 }
 
 /// No map at or below `item` is still being painted for what it should show.
@@ -54,11 +37,6 @@ bool isSharp(QQuickItem *item)
     const QVariant own = item->property("isSharp");
     const QList<QQuickItem *> children = item->childItems();
     return (!own.isValid() || own.toBool()) && std::all_of(children.begin(), children.end(), isSharp);
-}
-
-QPoint middle(const QQuickItem &item)
-{
-    return item.mapToScene(QPointF(item.width() / 2, item.height() / 2)).toPoint();
 }
 }
 
@@ -80,6 +58,21 @@ void Stage::open(orvaliaApp::Root root)
             m_app->showPermissions();
         return url == Workspace::permissionsUrl();
     };
+    waitForWindow();
+}
+
+void Stage::openPage(const QUrl &file)
+{
+    m_page = std::make_unique<QQuickView>();
+    m_page->engine()->addImportPath(QStringLiteral("qrc:/qt/qml"));
+    m_page->setResizeMode(QQuickView::SizeRootObjectToView);
+    m_page->setSource(file);
+    m_page->show();
+    waitForWindow();
+}
+
+void Stage::waitForWindow()
+{
     window().resize(m_size);
     waitUntil([this] { return window().isExposed() && window().size() == m_size; }, QStringLiteral("the window"));
     waitForFrame();
@@ -93,6 +86,7 @@ void Stage::open(orvaliaApp::Root root)
 void Stage::close()
 {
     m_app.reset();
+    m_page.reset();
     m_title.clear();
     world.settle();
 }
@@ -117,7 +111,7 @@ void Stage::press(const QString &name, Qt::KeyboardModifiers modifiers)
 {
     waitFor(name);
     waitForFrame();
-    QTest::mouseClick(&window(), Qt::LeftButton, modifiers, middle(require(name)));
+    QTest::mouseClick(&window(), Qt::LeftButton, modifiers, ShownItems::middle(&require(name)));
     world.settle();
 }
 
@@ -125,7 +119,7 @@ void Stage::hover(const QString &name)
 {
     waitFor(name);
     waitForFrame();
-    QTest::mouseMove(&window(), middle(require(name)));
+    QTest::mouseMove(&window(), ShownItems::middle(&require(name)));
     world.settle();
 }
 
@@ -133,11 +127,8 @@ void Stage::scroll(const QString &name, int steps)
 {
     waitFor(name);
     waitForFrame();
-    const QPointF place = middle(require(name));
     constexpr int oneStep = 120;
-    QWheelEvent event(place, window().mapToGlobal(place), QPoint(), QPoint(0, -steps * oneStep), Qt::NoButton,
-                      Qt::NoModifier, Qt::NoScrollPhase, false);
-    QCoreApplication::sendEvent(&window(), &event);
+    ShownItems::turnWheel(&require(name), -steps * oneStep);
     world.settle();
 }
 
@@ -149,8 +140,7 @@ void Stage::key(Qt::Key key, Qt::KeyboardModifiers modifiers)
 
 void Stage::type(const QString &text)
 {
-    for (const QChar character : text)
-        QTest::sendKeyEvent(QTest::Click, &window(), Qt::Key_unknown, character, Qt::NoModifier);
+    ShownItems::type(window(), text);
     world.settle();
 }
 
@@ -201,7 +191,9 @@ QQuickWindow &Stage::window() const
 
 QQuickItem *Stage::find(const QString &name) const
 {
-    return findBelow(window().contentItem(), name);
+    const auto isIt = [&](QQuickItem *item) { return item->width() > 0 && item->height() > 0 && hasName(item, name); };
+    const QList<QQuickItem *> found = ShownItems::all(window(), isIt);
+    return found.isEmpty() ? nullptr : found.constLast(); // the topmost
 }
 
 QQuickItem &Stage::require(const QString &name) const

@@ -4,7 +4,7 @@
 #include "orvaliaApp.h"
 
 #include <QImage>
-#include <QQuickWindow>
+#include <QQuickView>
 #include <QSize>
 #include <QString>
 
@@ -41,6 +41,8 @@ public:
 
     /// Starts the program and waits for its main window.
     void open(orvaliaApp::Root root = orvaliaApp::Root::desktop);
+    /// Shows a page of QML in place of the program.
+    void openPage(const QUrl &file);
     /// Ends the program, as closing its last window would; open() starts it anew over the same store and settings.
     void close();
 
@@ -79,6 +81,7 @@ public:
 
 private:
     QQuickWindow &window() const;
+    void waitForWindow();
     QQuickItem *find(const QString &name) const;
     QQuickItem &require(const QString &name) const;
     /// Layouts take their places before a frame, not when something changes.
@@ -89,4 +92,5 @@ private:
     QString m_title;
     QImage m_kept;
     std::unique_ptr<orvaliaApp> m_app;
+    std::unique_ptr<QQuickView> m_page;
 };

@@ -12,7 +12,6 @@
 
 namespace {
 const QSize wholeSize(1100, 720);
-const QSize phoneSize(360, 640);
 
 QStringList warnings;
 
@@ -75,11 +74,11 @@ void Tour::take(const Variant &variant)
 {
     for (const Scene &scene : scenes()) {
         const QString name = QLatin1String(scene.name) + QLatin1Char('-') + QLatin1String(variant.name);
-        if (!name.startsWith(m_only) || (scene.isOnPhone && variant.size != wholeSize))
+        if (!name.startsWith(m_only) || (scene.onlySize.isValid() && variant.size != wholeSize))
             continue;
         warnings.clear();
         try {
-            Stage stage(scene.isOnPhone ? phoneSize : variant.size);
+            Stage stage(scene.onlySize.isValid() ? scene.onlySize : variant.size);
             stage.world.appearance.setColorScheme(variant.scheme);
             stage.world.appearance.setReducedMotion(true);
             for (const Scene::Step &step : scene.steps)

@@ -2,6 +2,7 @@
 #include "Support/ShownWindow.h"
 
 #include "PageGenerator.h"
+#include "Support/ShownItems.h"
 
 #include <QAccessible>
 #include <QGuiApplication>
@@ -9,57 +10,9 @@
 #include <QTest>
 
 #include <algorithm>
-#include <functional>
 
 namespace {
 const QString modulesFolder = QStringLiteral("qrc:/qt/qml/");
-
-using Matches = std::function<bool(QQuickItem *)>;
-
-void collectShown(QQuickItem *root, const Matches &matches, QList<QQuickItem *> &found)
-{
-    if (!root->isVisible())
-        return;
-    if (matches(root))
-        found.append(root);
-    for (QQuickItem *child : root->childItems())
-        collectShown(child, matches, found);
-}
-
-QList<QQuickItem *> allShown(const QQuickWindow &window, const Matches &matches)
-{
-    QList<QQuickItem *> found;
-    collectShown(window.contentItem(), matches, found);
-    return found;
-}
-
-QString accessibleName(QQuickItem *item)
-{
-    QAccessibleInterface *accessible = QAccessible::queryAccessibleInterface(item);
-    return accessible ? accessible->text(QAccessible::Name) : QString();
-}
-
-QPoint middleOf(const QQuickItem *item)
-{
-    return item->mapToScene(QPointF(item->width() / 2, item->height() / 2)).toPoint();
-}
-
-void collectFaults(QQuickItem *item, QStringList &faults)
-{
-    if (!item->isVisible())
-        return;
-    const QString what = QString::fromLatin1(item->metaObject()->className()) + u' ' + item->objectName();
-    const QVariant format = item->property("textFormat");
-    const bool isText = item->inherits("QQuickText") || item->inherits("QQuickTextEdit");
-    if (isText && format.toInt() != Qt::PlainText)
-        faults.append(what + QStringLiteral(": text is not plain: ") + item->property("text").toString());
-    const bool isReached =
-        item->activeFocusOnTab() || item->inherits("PressableItem") || item->inherits("QQuickAbstractButton");
-    if (isReached && accessibleName(item).isEmpty())
-        faults.append(what + QStringLiteral(": has no accessible name"));
-    for (QQuickItem *child : item->childItems())
-        collectFaults(child, faults);
-}
 }
 
 ShownWindow::ShownWindow()
@@ -173,12 +126,12 @@ QQuickItem *ShownWindow::item(QAnyStringView objectName) const
 
 QList<QQuickItem *> ShownWindow::items(QAnyStringView objectName) const
 {
-    return allShown(*m_window, [&](QQuickItem *item) { return item->objectName() == objectName; });
+    return ShownItems::all(*m_window, [&](QQuickItem *item) { return item->objectName() == objectName; });
 }
 
 QList<QQuickItem *> ShownWindow::itemsOf(const char *className) const
 {
-    return allShown(*m_window, [&](QQuickItem *item) { return item->inherits(className); });
+    return ShownItems::all(*m_window, [&](QQuickItem *item) { return item->inherits(className); });
 }
 
 QString ShownWindow::textOf(QAnyStringView objectName) const
@@ -195,12 +148,12 @@ bool ShownWindow::shows(QAnyStringView text) const
 
 QQuickItem *ShownWindow::named(QAnyStringView name) const
 {
-    return allShown(*m_window, [&](QQuickItem *item) { return accessibleName(item) == name; }).value(0);
+    return ShownItems::all(*m_window, [&](QQuickItem *item) { return ShownItems::spokenName(item) == name; }).value(0);
 }
 
 void ShownWindow::click(QQuickItem *item, Qt::KeyboardModifiers modifiers)
 {
-    QTest::mouseClick(m_window, Qt::LeftButton, modifiers, middleOf(item));
+    QTest::mouseClick(m_window, Qt::LeftButton, modifiers, ShownItems::middle(item));
     settle();
 }
 
@@ -221,10 +174,7 @@ void ShownWindow::drag(const QPoint &from, const QPoint &by)
 
 void ShownWindow::turnWheel(QQuickItem *item, int angle)
 {
-    const QPoint place = middleOf(item);
-    QWheelEvent event(place, m_window->mapToGlobal(place), {}, {0, angle}, Qt::NoButton, Qt::NoModifier,
-                      Qt::NoScrollPhase, false);
-    QCoreApplication::sendEvent(m_window, &event);
+    ShownItems::turnWheel(item, angle);
 }
 
 void ShownWindow::press(Qt::Key key, Qt::KeyboardModifiers modifiers)
@@ -235,14 +185,22 @@ void ShownWindow::press(Qt::Key key, Qt::KeyboardModifiers modifiers)
 
 void ShownWindow::type(QAnyStringView text)
 {
-    for (const QChar letter : text.toString())
-        QTest::keyClick(m_window, letter.toLatin1());
+    ShownItems::type(*m_window, text.toString());
     settle();
 }
 
 QStringList faultsOfItems(const QQuickWindow &window)
 {
     QStringList faults;
-    collectFaults(window.contentItem(), faults);
+    for (QQuickItem *item : ShownItems::all(window, [](QQuickItem *) { return true; })) {
+        const QString what = QString::fromLatin1(item->metaObject()->className()) + u' ' + item->objectName();
+        const bool isText = item->inherits("QQuickText") || item->inherits("QQuickTextEdit");
+        if (isText && item->property("textFormat").toInt() != Qt::PlainText)
+            faults.append(what + QStringLiteral(": text is not plain: ") + item->property("text").toString());
+        const bool isReached =
+            item->activeFocusOnTab() || item->inherits("PressableItem") || item->inherits("QQuickAbstractButton");
+        if (isReached && ShownItems::spokenName(item).isEmpty())
+            faults.append(what + QStringLiteral(": has no accessible name"));
+    }
     return faults;
 }

@@ -3,12 +3,13 @@ import QtQuick
 import orvalia.Gallery
 import orvalia.Shared
 
-/// Every control of the program in every state that a still can show.
+/// Every control of the program in every state that a still can show; menus, calendar, sheet and question open at a
+/// press.
 Rectangle {
     id: root
 
     width: 1100
-    height: 760
+    height: 740
     color: Theme.window
 
     Column {
@@ -22,7 +23,13 @@ Rectangle {
             IconButton { iconName: "arrow.clockwise"; text: "Actualizar" }
             IconButton { iconName: "line.3.horizontal.decrease.circle"; text: "Filtro" }
             IconButton { iconName: "line.3.horizontal.decrease.circle.fill"; text: "Filtro"; active: true }
-            IconButton { iconName: "line.3.horizontal"; text: "Menú"; open: true }
+            IconButton {
+                objectName: "menuButton"
+                iconName: "line.3.horizontal"
+                text: "Menú"
+                open: true
+                onClicked: menu.popup(this, 0, height)
+            }
             IconButton { iconName: "arrow.clockwise"; text: "Actualizar"; enabled: false }
             IconButton { iconName: "arrow.clockwise"; text: "Actualizar"; Component.onCompleted: forceActiveFocus(Qt.TabFocusReason) }
             Column {
@@ -43,7 +50,7 @@ Rectangle {
         GallerySection {
             title: "Type"
 
-                        PlainText { text: "title"; textStyle: Theme.title }
+            PlainText { text: "title"; textStyle: Theme.title }
             PlainText { text: "title2"; textStyle: Theme.title2 }
             PlainText { text: "title3"; textStyle: Theme.title3 }
             PlainText { text: "headline"; textStyle: Theme.headline }
@@ -82,13 +89,12 @@ Rectangle {
             title: "Button"
 
             BorderedButton { text: "Cancelar" }
-            BorderedButton { objectName: "focused"; text: "Cancelar" }
             BorderedButton { text: "Cancelar"; enabled: false }
             BorderedButton { text: "Borrar filtro"; destructive: true }
-            ProminentButton { text: "Aplicar" }
+            ProminentButton { objectName: "sheetButton"; text: "Aplicar"; onClicked: sheet.open() }
             ProminentButton { text: "Detalle"; categoryColor: "#FFD900" }
             ProminentButton { text: "Aplicar"; enabled: false }
-            PlainButton { text: "Open Settings" }
+            PlainButton { objectName: "questionButton"; text: "Open Settings"; onClicked: question.open() }
             PlainButton { text: "Reset"; destructive: true }
         }
         GallerySection {
@@ -99,8 +105,8 @@ Rectangle {
             ToggleSwitch { text: "Alerts"; on: true; enabled: false }
             SegmentedControl { name: "Radius"; choices: GalleryChoices.radii; current: 1 }
             Picker { text: "Frequency"; choices: GalleryChoices.intervals; current: 1 }
-            Picker { text: "Threshold"; choices: GalleryChoices.categories; current: 2 }
-            DateField { text: "From"; date: new Date(2021, 8, 19, 12) }
+            Picker { objectName: "picker"; text: "Threshold"; choices: GalleryChoices.categories; current: 2 }
+            DateField { objectName: "date"; text: "From"; date: new Date(2021, 8, 19, 12); minimum: new Date(2021, 8, 3) }
         }
         Row {
             spacing: 20
@@ -149,10 +155,9 @@ Rectangle {
     }
 
     ActionMenu {
-        objectName: "menu"
+        id: menu
+
         title: "Menu"
-        x: 700
-        y: 60
 
         ActionMenuItem { text: "Actualizar terremotos"; shortcutText: "Ctrl+R" }
         ActionMenuItem { text: "Ajustes"; shortcutText: "Ctrl+," }
@@ -164,20 +169,9 @@ Rectangle {
         }
         ActionMenuItem { text: "Salir"; enabled: false }
     }
-    CalendarPopover {
-        objectName: "calendar"
-        name: "From"
-        x: 420
-        y: 300
-        calendar: CalendarModel {
-            selected: new Date(2021, 8, 19, 12)
-            minimum: new Date(2021, 8, 3)
-        }
-    }
     Sheet {
         id: sheet
 
-        objectName: "sheet"
         title: "Filtrar histórico"
         buttons: [
             BorderedButton { text: "Cancelar" },
@@ -208,7 +202,8 @@ Rectangle {
         }
     }
     QuestionDialog {
-        objectName: "question"
+        id: question
+
         iconName: "location.fill"
         question: "¿Permitir que orvalia use tu ubicación?"
         explanation: "Solo sirve para avisarte de sismos dentro del radio elegido. La posición no sale de este equipo."
