@@ -4,7 +4,7 @@ import orvalia.Shared
 
 /// The dot in front of a choice; nothing when transparent.
 CategoryGround {
-    width: visible ? 10 : 0
+    width: color.a > 0 ? 10 : 0
     height: 10
     radius: 5
     visible: color.a > 0

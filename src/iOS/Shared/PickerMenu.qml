@@ -29,7 +29,7 @@ Popover {
     padding: 5
     x: -Theme.s - padding
     y: -padding - Math.max(0, chosenRow) * Theme.menuEntryHeight
-    implicitWidth: Math.max(minimumWidth, widest.implicitWidth + 64)
+    implicitWidth: Math.max(minimumWidth, widest.implicitWidth + leftPadding + rightPadding)
     contentItem: ListView {
         id: list
 
@@ -68,9 +68,7 @@ Popover {
         Repeater {
             model: root.choices
 
-            PlainText {
-                required text
-            }
+            PickerMenuRow {}
         }
     }
 }

@@ -23,6 +23,8 @@ PressableControl {
         color: root.highlighted ? Theme.selection : "transparent"
     }
     contentItem: Item {
+        implicitWidth: label.x + label.implicitWidth
+
         Icon {
             anchors.verticalCenter: parent.verticalCenter
             width: Theme.iconField
@@ -39,7 +41,9 @@ PressableControl {
             color: root.dot
         }
         PlainText {
-            x: dot.x + (dot.visible ? dot.width + Theme.s : 0)
+            id: label
+
+            x: dot.x + dot.width + (dot.width > 0 ? Theme.s : 0)
             anchors.verticalCenter: parent.verticalCenter
             width: parent.width - x
             text: root.text
