@@ -4,20 +4,9 @@
 #include "Core/Models/Region.h"
 #include "DetouredURLSession.h"
 #include "LoopbackInstitute.h"
-#include "Platform/Appearance/PortalAppearance.h"
-#include "Platform/BackgroundActivity/ClockActivityScheduler.h"
-#include "Platform/Clock/SystemClock.h"
-#include "Platform/Location/DesktopLocationService.h"
-#include "Platform/NotificationCenter/NotificationCenter.h"
-#include "Platform/Permissions/StoredPermissions.h"
-#include "Platform/Support/Platform.h"
-#include "Platform/URLSession/NetworkURLSession.h"
-#include "Platform/UserDefaults/SettingsUserDefaults.h"
-#include "Platform/UserNotifications/DesktopNotificationCenter.h"
-#include "Platform/Workspace/DesktopWorkspace.h"
+#include "Platform/Support/DesktopPlatform.h"
 
 #include <QCoreApplication>
-#include <QDBusConnection>
 #include <QNetworkProxyFactory>
 #include <QSocketNotifier>
 #include <QTemporaryDir>
@@ -30,9 +19,6 @@
 #include <unistd.h>
 
 namespace {
-/// The program's desktop file: the desktop decides by it what the program may do.
-const QString programId = QStringLiteral(ORVALIA_ID);
-
 int signalPipe[2] = {-1, -1};
 
 void passSignalOn(int)
@@ -62,7 +48,7 @@ int demonstrate(DemoCatalogue::Pace pace, orvaliaApp::Root root)
     std::optional<QSocketNotifier> signalNotifier;
     quitOnSignals(signalNotifier);
     const QTemporaryDir folder;
-    SystemClock clock;
+    const SystemClock clock;
     DemoCatalogue catalogue(quint32(clock.now().time_since_epoch().count()), pace, clock.now());
     const LoopbackInstitute institute([&catalogue] { return catalogue.page(); });
     if (!folder.isValid() || !institute.isListening()) {
@@ -72,45 +58,22 @@ int demonstrate(DemoCatalogue::Pace pace, orvaliaApp::Root root)
 
     // No proxy knows the way to this machine's loopback interface.
     QNetworkProxyFactory::setUseSystemConfiguration(false);
-    NetworkURLSession network(clock);
-    DetouredURLSession urlSession(network, Region::canaryIslands().dataSourceURL, institute.url());
-    SettingsUserDefaults userDefaults(folder.filePath(QStringLiteral("settings.ini")));
-    NotificationCenter notificationCenter;
-    StoredPermissions permissions(folder.filePath(QStringLiteral("permissions.ini")));
-    DesktopNotificationCenter userNotificationCenter(permissions, QDBusConnection::sessionBus(), programId);
-    DesktopWorkspace workspace;
-    PortalAppearance appearance(QDBusConnection::sessionBus());
-    Platform platform{
-        .clock = clock,
-        .userDefaults = userDefaults,
-        .urlSession = urlSession,
-        .notificationCenter = notificationCenter,
-        .userNotificationCenter = userNotificationCenter,
-        .permissions = permissions,
-        .workspace = workspace,
-        .appearance = appearance,
-        .makeLocationService =
-            [&] {
-                return std::make_unique<DesktopLocationService>(permissions, QDBusConnection::systemBus(), programId);
-            },
-        .makeBackgroundActivityScheduler =
-            [&](const QString &) { return std::make_unique<ClockActivityScheduler>(clock); },
-        .storePath = folder.filePath(QStringLiteral("orvalia.sqlite")),
-    };
-    Platform::install(platform);
+    const DesktopPlatform::Files files{.settings = folder.filePath(QStringLiteral("settings.ini")),
+                                       .permissions = folder.filePath(QStringLiteral("permissions.ini")),
+                                       .store = folder.filePath(QStringLiteral("orvalia.sqlite"))};
+    DesktopPlatform desktop(QStringLiteral(ORVALIA_ID), files, [&](URLSession &network) {
+        return std::make_unique<DetouredURLSession>(network, Region::canaryIslands().dataSourceURL, institute.url());
+    });
 
     // A new event is seen at once, as by a user who comes back to the program just then.
     QTimer timer;
-    QObject::connect(&timer, &QTimer::timeout, &notificationCenter, [&] {
+    QObject::connect(&timer, &QTimer::timeout, &timer, [&] {
         if (catalogue.advance(clock.now()))
-            notificationCenter.post(NotificationName::appDidBecomeActive);
+            NotificationCenter::defaultCenter().post(NotificationName::appDidBecomeActive);
     });
     timer.start(institutePace);
 
-    auto app = std::make_unique<orvaliaApp>(root);
-    QObject::connect(&workspace, &DesktopWorkspace::permissionsRequested, app.get(), &orvaliaApp::showPermissions);
-    const int status = app->run();
-    app.reset();
-    Platform::uninstall();
-    return status;
+    orvaliaApp app(root);
+    QObject::connect(&desktop.workspace(), &DesktopWorkspace::permissionsRequested, &app, &orvaliaApp::showPermissions);
+    return app.run();
 }
