@@ -72,18 +72,6 @@ Rectangle {
                 NumberText { text: "08:48"; font.family: Theme.fontFamily; font.pixelSize: 12; line: 16; color: Theme.secondary }
                 PlainText { text: "11:11"; textStyle: Theme.caption; color: Theme.secondary }
             }
-            Rectangle {
-                width: 120
-                height: 40
-                color: Theme.systemFill
-
-                PlainText {
-                    width: 120
-                    wrapMode: Text.Wrap
-                    text: "Two lines of body text, halves even"
-                    Rectangle { anchors.fill: parent; color: "transparent"; border.color: "#40FF0000" }
-                }
-            }
         }
         GallerySection {
             title: "Button"
