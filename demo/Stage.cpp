@@ -29,6 +29,15 @@ bool hasName(QQuickItem *item, const QString &name)
         || matches(item->property("text").toString(), name);
 }
 
+/// It has a size, and neither it nor what it lies in is wholly transparent.
+bool canBeSeen(const QQuickItem *item)
+{
+    for (const QQuickItem *each = item; each; each = each->parentItem())
+        if (qFuzzyIsNull(each->opacity()))
+            return false;
+    return item->width() > 0 && item->height() > 0;
+}
+
 /// No map at or below `item` is still being painted for what it should show.
 bool isSharp(QQuickItem *item)
 {
@@ -191,7 +200,7 @@ QQuickWindow &Stage::window() const
 
 QQuickItem *Stage::find(const QString &name) const
 {
-    const auto isIt = [&](QQuickItem *item) { return item->width() > 0 && item->height() > 0 && hasName(item, name); };
+    const auto isIt = [&](QQuickItem *item) { return canBeSeen(item) && hasName(item, name); };
     const QList<QQuickItem *> found = ShownItems::all(window(), isIt);
     return found.isEmpty() ? nullptr : found.constLast(); // the topmost
 }

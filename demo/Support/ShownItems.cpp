@@ -9,7 +9,7 @@
 namespace {
 void collect(QQuickItem *item, const std::function<bool(QQuickItem *)> &matches, QList<QQuickItem *> &found)
 {
-    if (!item->isVisible() || qFuzzyIsNull(item->opacity()))
+    if (!item->isVisible())
         return;
     if (matches(item))
         found.append(item);

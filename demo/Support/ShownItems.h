@@ -10,8 +10,8 @@
 
 /// What a window shows, found and moved as its user would.
 namespace ShownItems {
-/// Those of the window and its popups that `matches`, each before its children and before what lies above it. What is
-/// wholly transparent does not count.
+/// Those of the window and its popups that `matches`, each before its children and before what lies above it. What
+/// still fades in or out counts.
 QList<QQuickItem *> all(const QQuickWindow &window, const std::function<bool(QQuickItem *)> &matches);
 /// What a screen reader calls the item; empty when it says nothing of it.
 QString spokenName(QQuickItem *item);

@@ -80,7 +80,7 @@ Rectangle {
             BorderedButton { text: "Cancelar"; enabled: false }
             BorderedButton { text: "Borrar filtro"; destructive: true }
             ProminentButton { objectName: "sheetButton"; text: "Aplicar"; onClicked: sheet.open() }
-            ProminentButton { text: "Detalle"; categoryColor: "#FFD900" }
+            ProminentButton { text: "Detalle"; categoryColor: GalleryChoices.categories.dots[1] }
             ProminentButton { text: "Aplicar"; enabled: false }
             PlainButton { objectName: "questionButton"; text: "Open Settings"; onClicked: question.open() }
             PlainButton { text: "Reset"; destructive: true }
