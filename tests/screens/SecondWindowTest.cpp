@@ -4,6 +4,9 @@
 #include <QGuiApplication>
 #include <QTest>
 
+using namespace Qt::StringLiterals;
+using namespace std::chrono_literals;
+
 class SecondWindowTest : public QObject
 {
     Q_OBJECT
@@ -49,7 +52,7 @@ private Q_SLOTS:
         for (QQuickWindow *window : {&shown.window(), &first}) {
             shown.lookAt(*window);
             QTRY_VERIFY(!shown.item("sidebar"));
-            QCOMPARE(shown.textOf("pageTitle"), QStringLiteral("Histórico"));
+            QCOMPARE(shown.textOf("pageTitle"), u"Histórico"_s);
             QVERIFY(shown.named("Cerrar"));
         }
     }
@@ -58,14 +61,35 @@ private Q_SLOTS:
     {
         ShownWindow shown;
         QVERIFY(shown.show());
+        QQuickWindow &first = shown.window();
         QVERIFY(shown.showAnother());
-        shown.press(Qt::Key_Comma, Qt::ControlModifier);
-        QTRY_COMPARE(windows(QStringLiteral("Ajustes")), 1);
-        // It outlives the window from which it was opened.
+        const auto openSettings = [&shown] { shown.world.notificationCenter.post(NotificationName::openSettings); };
+        QCOMPARE(windows(u"Ajustes"_s), QWindowList());
+        openSettings();
+        QTRY_COMPARE(windows(u"Ajustes"_s).size(), 1);
+        QWindow *settings = windows(u"Ajustes"_s).first();
+        QCOMPARE(settings->size(), QSize(520, 480));
+        // Again: the same one, in front and not minimised.
+        shown.window().requestActivate();
+        QVERIFY(QTest::qWaitForWindowActive(&shown.window()));
+        settings->showMinimized();
+        openSettings();
+        QVERIFY(QTest::qWaitForWindowActive(settings));
+        QCOMPARE(settings->visibility(), QWindow::Windowed);
+        QCOMPARE(windows(u"Ajustes"_s), QWindowList{settings});
+        QVERIFY(settings->close());
+        openSettings();
+        QTRY_COMPARE(windows(u"Ajustes"_s), QWindowList{settings});
+        // It outlives the main windows, which rest once they are closed.
         shown.window().close();
+        first.close();
+        settings->hide();
+        openSettings();
         shown.world.settle();
-        QCOMPARE(windows(QStringLiteral("Ajustes")), 1);
-        QCOMPARE(windows(QStringLiteral("Terremotos")), 1);
+        shown.world.clock.advance(2h);
+        shown.world.settle();
+        QCOMPARE(windows(u"Ajustes"_s), QWindowList());
+        QCOMPARE(shown.world.urlSession.requests.size(), size_t(2));
     }
 
     void questionIsPutOnceWhereTheUserIs()
@@ -94,12 +118,12 @@ private:
         });
         return windows;
     }
-    /// How many windows with this title show.
-    static qsizetype windows(const QString &title)
+    /// The windows with this title that show.
+    static QWindowList windows(const QString &title)
     {
-        return std::ranges::count_if(QGuiApplication::allWindows(), [&title](const QWindow *window) {
-            return window->isVisible() && window->title() == title;
-        });
+        QWindowList shown = QGuiApplication::allWindows();
+        shown.removeIf([&](const QWindow *window) { return !window->isVisible() || window->title() != title; });
+        return shown;
     }
 };
 
