@@ -59,10 +59,13 @@ struct Sheet : ShownWindow
         return shown.join(u',');
     }
 
-    /// Chooses the entry of a picker's menu that lies `steps` below the chosen one; false when the menu stays.
+    /// Chooses the entry of a picker's menu that lies `steps` below the chosen one; false when there is no such picker
+    /// or the menu stays.
     bool choose(const char *name, int steps)
     {
         QQuickItem *picker = named(name);
+        if (!picker)
+            return false;
         picker->forceActiveFocus(Qt::TabFocusReason);
         press(Qt::Key_Space);
         for (int i = 0; i < std::abs(steps); ++i)

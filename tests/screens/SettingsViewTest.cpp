@@ -166,6 +166,7 @@ private Q_SLOTS:
         scene.settings.setIsEnabled(true);
         QCoreApplication::sendPostedEvents();
         scene.window().close();
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
         scene.world.settle();
         QCOMPARE(scene.settings.isEnabled(), false);
     }

@@ -52,7 +52,8 @@ private Q_SLOTS:
     {
         Stats shown;
         const auto colorOfLastHour = [&shown](const char *name) {
-            return shown.named(name)->findChild<QQuickItem *>(u"count"_s)->property("color").value<QColor>().name();
+            const QQuickItem *card = shown.named(name);
+            return card ? card->findChild<QQuickItem *>(u"count"_s)->property("color").toString() : QString();
         };
         QVERIFY(shown.open());
         QVERIFY(shown.named("Sin datos. Las estadísticas aparecerán cuando haya terremotos registrados."));
@@ -60,7 +61,7 @@ private Q_SLOTS:
         shown.store({{40 * 24h, 4.2, 12.0}});
         shown.settle();
         QCOMPARE(colorOfLastHour("Última hora: 0"), u"#4a5e6c"_s);
-        QCOMPARE(shown.item("none")->property("color").value<QColor>().name(), u"#74858f"_s);
+        QCOMPARE(shown.item("none")->property("color").toString(), u"#74858f"_s);
         QVERIFY(shown.named("Moderado"));
         QVERIFY(shown.named("28.0° N  16.5° O"));
         QCOMPARE(faultsOfItems(shown.window()), QStringList());
@@ -117,6 +118,8 @@ private Q_SLOTS:
     void informationIsReadByTheKeyboardAndStaysUntilDismissed()
     {
         ShownWindow shown;
+        // What fades out may not pass for what stays.
+        shown.world.appearance.setReducedMotion(true);
         QVERIFY(shown.show());
         const auto host = [&shown] { return shown.named("www.ign.es"); };
         QVERIFY(!host());
