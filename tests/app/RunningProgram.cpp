@@ -2,8 +2,9 @@
 #include "RunningProgram.h"
 
 #include <QDir>
-#include <QDirIterator>
 #include <QProcessEnvironment>
+
+using namespace Qt::StringLiterals;
 
 namespace {
 constexpr int patienceMs = 60'000;
@@ -12,18 +13,18 @@ constexpr int patienceMs = 60'000;
 RunningProgram::RunningProgram(const QTemporaryDir &home, const QString &sessionBus, const QString &drawsOn)
 {
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-    for (const QString &folder : {QStringLiteral("data"), QStringLiteral("config"), QStringLiteral("cache")}) {
+    for (const QString &folder : {u"data"_s, u"config"_s, u"cache"_s}) {
         QDir().mkpath(home.filePath(folder));
-        environment.insert(QStringLiteral("XDG_%1_HOME").arg(folder.toUpper()), home.filePath(folder));
+        environment.insert(u"XDG_%1_HOME"_s.arg(folder.toUpper()), home.filePath(folder));
     }
-    environment.insert(QStringLiteral("HOME"), home.path());
-    environment.insert(QStringLiteral("XDG_RUNTIME_DIR"), home.path());
-    environment.insert(QStringLiteral("DBUS_SESSION_BUS_ADDRESS"), sessionBus);
-    environment.insert(QStringLiteral("DBUS_SYSTEM_BUS_ADDRESS"), noBus());
-    environment.insert(QStringLiteral("QT_QPA_PLATFORM"), drawsOn);
+    environment.insert(u"HOME"_s, home.path());
+    environment.insert(u"XDG_RUNTIME_DIR"_s, home.path());
+    environment.insert(u"DBUS_SESSION_BUS_ADDRESS"_s, sessionBus);
+    environment.insert(u"DBUS_SYSTEM_BUS_ADDRESS"_s, noBus());
+    environment.insert(u"QT_QPA_PLATFORM"_s, drawsOn);
     // Without these the accessibility tree stays empty until somebody turns it on for the whole session.
-    environment.insert(QStringLiteral("QT_LINUX_ACCESSIBILITY_ALWAYS_ON"), QStringLiteral("1"));
-    environment.insert(QStringLiteral("QT_ACCESSIBILITY"), QStringLiteral("1"));
+    environment.insert(u"QT_LINUX_ACCESSIBILITY_ALWAYS_ON"_s, u"1"_s);
+    environment.insert(u"QT_ACCESSIBILITY"_s, u"1"_s);
     for (const char *variable : {"http_proxy", "https_proxy", "all_proxy", "HTTP_PROXY", "HTTPS_PROXY", "ALL_PROXY"})
         environment.remove(QString::fromLatin1(variable));
     m_process.setProcessEnvironment(environment);
@@ -38,21 +39,7 @@ RunningProgram::~RunningProgram()
 
 QString RunningProgram::storePath(const QTemporaryDir &home)
 {
-    return home.filePath(QStringLiteral("data/orvalia/orvalia.sqlite"));
-}
-
-QByteArray RunningProgram::savedLastUpdated(const QTemporaryDir &home)
-{
-    QDirIterator files(home.filePath(QStringLiteral("config")), QDir::Files, QDirIterator::Subdirectories);
-    while (files.hasNext()) {
-        QFile file(files.next());
-        if (!file.open(QFile::ReadOnly))
-            continue;
-        for (const QByteArray &line : file.readAll().split('\n'))
-            if (line.startsWith("lastUpdatedEarthquakes="))
-                return line;
-    }
-    return {};
+    return home.filePath(u"data/orvalia/orvalia.sqlite"_s);
 }
 
 bool RunningProgram::waitForEnd()

@@ -18,8 +18,6 @@ public:
     static QString noBus() { return QStringLiteral("unix:path=/nonexistent"); }
     /// Where the program keeps its events, in `home`.
     static QString storePath(const QTemporaryDir &home);
-    /// What it has saved as the moment of its last refresh; empty when it has not.
-    static QByteArray savedLastUpdated(const QTemporaryDir &home);
 
     bool isRunning() const { return m_process.state() == QProcess::Running; }
     /// Waits for the program to end by itself; false when it does not.

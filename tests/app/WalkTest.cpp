@@ -4,8 +4,12 @@
 #include "RunningProgram.h"
 #include "Support/PrivateBus.h"
 
+#include <QDir>
+#include <QFileInfo>
 #include <QSignalSpy>
 #include <QTest>
+
+using namespace Qt::StringLiterals;
 
 namespace {
 constexpr int patienceMs = 60'000;
@@ -16,8 +20,8 @@ Instant now()
 }
 }
 
-/// One walk through the program as somebody takes it who hears the screen instead of seeing it. Runs in mount and
-/// network namespaces of its own, on a virtual screen.
+/// The program as somebody uses it who hears the screen instead of seeing it. Runs in mount and network namespaces of
+/// its own, on a virtual screen.
 class WalkTest : public QObject
 {
     Q_OBJECT
@@ -27,7 +31,7 @@ private Q_SLOTS:
     {
         qputenv("XDG_RUNTIME_DIR", m_home.path().toUtf8());
         // What reads the screen is started by the first who asks for it.
-        m_bus.makeStartable(QStringLiteral("org.a11y.Bus"), QStringLiteral("/usr/libexec/at-spi-bus-launcher"));
+        m_bus.makeStartable(u"org.a11y.Bus"_s, u"/usr/libexec/at-spi-bus-launcher"_s);
     }
 
     void everySectionAndASettingThatStays()
@@ -36,16 +40,15 @@ private Q_SLOTS:
         QList<ParsedEarthquake> rows = PageGenerator(1).ordinary(56, now());
         institute.setPage(PageGenerator::page(rows));
 
-        const QString log = m_home.filePath(QStringLiteral("notifications"));
+        const QString log = m_home.filePath(u"notifications"_s);
         QProcess notifications;
         m_bus.startPython(notifications,
-                          {QStringLiteral("-m"), QStringLiteral("dbusmock"), QStringLiteral("--template"),
-                           QStringLiteral("notification_daemon"), QStringLiteral("--logfile"), log});
-        RunningProgram program(m_home, m_bus.address(), QStringLiteral("xcb"));
+                          {u"-m"_s, u"dbusmock"_s, u"--template"_s, u"notification_daemon"_s, u"--logfile"_s, log});
+        RunningProgram program(m_home, m_bus.address(), u"xcb"_s);
         QVERIFY(walk("first_start"));
         ParsedEarthquake strong = PageGenerator(2).ordinaryEvent(now());
         strong.magnitude = 5.2;
-        strong.location = QStringLiteral("EL PASO.ILP");
+        strong.location = u"EL PASO.ILP"_s;
         rows.prepend(strong);
         institute.setPage(PageGenerator::page(rows));
         QVERIFY(walk("alert"));
@@ -57,11 +60,36 @@ private Q_SLOTS:
         QVERIFY(program.waitForEnd());
         QCOMPARE(program.exitStatus(), 0);
 
-        RunningProgram next(m_home, m_bus.address(), QStringLiteral("xcb"));
+        RunningProgram next(m_home, m_bus.address(), u"xcb"_s);
         QVERIFY(walk("second_start"));
+        // One that starts beside it hands over to it and ends.
+        RunningProgram beside(m_home, m_bus.address(), u"xcb"_s);
+        QVERIFY(beside.waitForEnd());
+        QCOMPARE(beside.exitStatus(), 0);
+        QVERIFY(next.isRunning());
         next.killAtOnce();
         notifications.kill();
         QVERIFY(notifications.waitForFinished());
+    }
+
+    void storeThatCannotBeWrittenIsToldAndLeftAlone()
+    {
+        const QTemporaryDir home;
+        const QFileInfo store(RunningProgram::storePath(home));
+        const QString path = store.filePath();
+        QVERIFY(QDir().mkpath(store.path()));
+        QVERIFY(QFile(path).open(QFile::WriteOnly));
+        for (const QString &options : {u"bind"_s, u"remount,ro,bind"_s})
+            QCOMPARE(QProcess::execute(u"mount"_s, {u"-o"_s, options, path, path}), 0);
+
+        RunningProgram program(home, m_bus.address(), u"xcb"_s);
+        QVERIFY(walk("failed_start"));
+        QVERIFY(program.waitForEnd());
+        QCOMPARE(program.exitStatus(), 1);
+        QCOMPARE(program.standardError(),
+                 "Failed to create ModelContainer: " + path.toUtf8() + ": it cannot be written\n");
+        QCOMPARE(store.dir().entryList(QDir::Files), QStringList{store.fileName()});
+        QCOMPARE(QProcess::execute(u"umount"_s, {path}), 0);
     }
 
 private:

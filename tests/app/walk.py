@@ -166,4 +166,12 @@ def second_start():
         sys.exit('The question was put again')
 
 
+def failed_start():
+    find('label', 'Failed to create ModelContainer: /')
+    roles = [role for _, role, _ in everything()]
+    if roles.count('window') != 1 or roles.count('push button') != 1:
+        sys.exit(f'More than the message and its button: {roles}')
+    press('push button', 'Cerrar')
+
+
 globals()[sys.argv[1]]()
