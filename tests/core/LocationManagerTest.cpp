@@ -1,6 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "Core/Location/LocationManager.h"
-#include "Support/Table.h"
 #include "Support/World.h"
 
 #include <QSignalSpy>
@@ -25,31 +24,6 @@ private Q_SLOTS:
         QCOMPARE(world.locationService->starts, 0);
     }
 
-    void onlyTheFullPermissionStartsUpdates_data()
-    {
-        const Table<Status, int> row;
-        row("not determined", Status::notDetermined, 0);
-        row("when in use", Status::authorizedWhenInUse, 0);
-        row("always", Status::authorizedAlways, 1);
-    }
-
-    void onlyTheFullPermissionStartsUpdates()
-    {
-        const auto [status, starts] = Table<Status, int>::current();
-        World world;
-        LocationManager &manager = LocationManager::shared();
-        world.settle();
-        world.locationService->status = status;
-        Q_EMIT world.locationService->authorizationChanged();
-        QVERIFY2(manager.authorizationStatus() == Status::notDetermined, "published inside the callback");
-        world.settle();
-        QVERIFY(manager.authorizationStatus() == status);
-        QCOMPARE(world.locationService->starts, starts);
-        manager.startUpdatingIfAuthorized();
-        QCOMPARE(world.locationService->starts, 2 * starts);
-        QCOMPARE(world.locationService->permissionRequests, 0);
-    }
-
     void callbacksPublishInTheirOrderAndKeepThePosition()
     {
         World world;
@@ -58,38 +32,19 @@ private Q_SLOTS:
         QList<Status> published;
         connect(&manager, &LocationManager::authorizationStatusChanged, &manager,
                 [&] { published.append(manager.authorizationStatus()); });
-        Q_EMIT world.locationService->locationsUpdated({{28.1, -15.4}});
-        for (const Status status : {Status::authorizedAlways, Status::denied}) {
+        const QSignalSpy moved(&manager, &LocationManager::userLocationChanged);
+        Q_EMIT world.locationService->locationsUpdated({{28.1, -15.4}, {28.2, -15.5}});
+        Q_EMIT world.locationService->locationsUpdated({});
+        for (const Status status : {Status::authorizedWhenInUse, Status::authorizedAlways, Status::denied}) {
             world.locationService->status = status;
             Q_EMIT world.locationService->authorizationChanged();
         }
+        QVERIFY2(!manager.userLocation() && published.isEmpty(), "published inside the callback");
         world.settle();
-        QCOMPARE(published, (QList{Status::authorizedAlways, Status::denied}));
-        QVERIFY(manager.userLocation() == (Coordinate{28.1, -15.4}));
-    }
-
-    void lastOfThePositionsCounts()
-    {
-        World world;
-        LocationManager &manager = LocationManager::shared();
-        world.settle();
-        QSignalSpy told(&manager, &LocationManager::userLocationChanged);
-        Q_EMIT world.locationService->locationsUpdated({{28.1, -15.4}, {28.2, -15.5}});
-        QVERIFY2(!manager.userLocation(), "published inside the callback");
-        world.settle();
-        QCOMPARE(told.count(), 1);
+        QCOMPARE(published, (QList{Status::authorizedWhenInUse, Status::authorizedAlways, Status::denied}));
+        QVERIFY2(world.locationService->starts == 1, "only the full permission starts updates");
+        QCOMPARE(moved.count(), 1);
         QVERIFY(manager.userLocation() == (Coordinate{28.2, -15.5}));
-
-        Q_EMIT world.locationService->locationsUpdated({});
-        world.settle();
-        QCOMPARE(told.count(), 1);
-    }
-
-    void asksThroughTheService()
-    {
-        World world;
-        LocationManager::shared().requestPermission();
-        QCOMPARE(world.locationService->permissionRequests, 1);
     }
 };
 
