@@ -2,31 +2,23 @@
 #include "Core/ViewModels/EarthquakeListViewModel.h"
 
 #include "Core/Notifications/NotificationSettings.h"
-#include "Core/Persistence/EarthquakeQuery.h"
-#include "Core/Persistence/ModelContainer.h"
-#include "Core/Persistence/ModelContext.h"
-#include "Core/Repositories/EarthquakeRepository.h"
-#include "Support/FakeDataSource.h"
+#include "Core/ViewModels/MapViewModel.h"
+#include "StoreScene.h"
 #include "Support/Table.h"
-#include "Support/TestEarthquake.h"
 #include "Support/TestInstant.h"
 #include "Support/UserEnvironment.h"
-#include "Support/World.h"
 
 #include <QSignalSpy>
 #include <QTest>
 
+using namespace Qt::StringLiterals;
 using namespace std::chrono_literals;
 
 namespace {
-/// A model over an empty store in memory and a source that a test commands.
-struct Fixture
+/// A model over an empty store and a source that a test commands.
+struct Fixture : StoreScene
 {
-    World world;
-    ModelContainer container{{.isStoredInMemoryOnly = true}};
-    FakeDataSource *source = new FakeDataSource;
-    EarthquakeRepository repository{container.mainContext(), std::unique_ptr<EarthquakeDataSource>(source)};
-    std::unique_ptr<EarthquakeListViewModel> model = std::make_unique<EarthquakeListViewModel>(repository);
+    std::optional<EarthquakeListViewModel> model{std::in_place, repository};
 
     Fixture() { world.settle(); }
 
@@ -37,7 +29,7 @@ struct Fixture
     }
     void appear()
     {
-        model->onAppear(container.mainContext());
+        model->onAppear(context);
         world.settle();
     }
     /// Shows the list at this moment.
@@ -47,12 +39,18 @@ struct Fixture
         appear();
     }
     /// An event of this moment comes onto the page.
-    void happen(const char *eventID) { source->rows.append(testRow(QString::fromLatin1(eventID), world.clock.now())); }
-    QString age() const { return model->lastUpdatedSubtitle().value_or(QStringLiteral("never")); }
-    QString order() { return eventIDs(container.earthquakes().earthquakes()); }
-    void returnToForeground()
+    void happen(const QString &eventID) { source->rows.append(testRow(eventID, world.clock.now())); }
+    /// How many refreshes were begun so far, once so much time has passed.
+    int fetchesAfter(std::chrono::milliseconds time)
     {
-        world.notificationCenter.post(NotificationName::appDidBecomeActive);
+        pass(time);
+        return source->fetches;
+    }
+    QString age() const { return model->lastUpdatedSubtitle().value_or(u"never"_s); }
+    QString order() { return eventIDs(container.earthquakes().earthquakes()); }
+    void post(const QString &notification)
+    {
+        world.notificationCenter.post(notification);
         world.settle();
     }
     void setInterval(RefreshInterval interval)
@@ -71,92 +69,52 @@ private Q_SLOTS:
     void searchComesThroughOnceItHasRested()
     {
         Fixture f;
-        QSignalSpy delivered(f.model.get(), &EarthquakeListViewModel::debouncedSearchTextChanged);
-        f.pass(299ms);
+        f.pass(300ms);
+        const QSignalSpy delivered(&*f.model, &EarthquakeListViewModel::debouncedSearchTextChanged);
+        for (const QString &typed : {u" m"_s, u" ma"_s}) {
+            f.model->setSearchText(typed);
+            f.pass(299ms);
+        }
         QCOMPARE(delivered.count(), 0);
         f.pass(1ms);
-        QVERIFY2(delivered.count() == 1, "the empty search of a new model comes through too");
-        f.model->setSearchText(QStringLiteral(" m"));
-        f.pass(299ms);
-        f.model->setSearchText(QStringLiteral(" ma"));
-        f.pass(299ms);
         QCOMPARE(delivered.count(), 1);
-        f.pass(1ms);
-        QCOMPARE(f.model->debouncedSearchText(), QStringLiteral(" ma"));
-        QCOMPARE(delivered.count(), 2);
-        for (const auto &[rest, deliveries] : {std::pair(299ms, 2), std::pair(300ms, 4)}) {
-            f.model->setSearchText(QStringLiteral(" mar"));
-            f.pass(rest);
-            f.model->setSearchText(QStringLiteral(" ma"));
-            f.pass(1s);
-            QCOMPARE(delivered.count(), deliveries);
-        }
-    }
-
-    void appearanceRefreshesFromTheLoopThenEveryInterval()
-    {
-        Fixture f;
-        f.model->onAppear(f.container.mainContext());
-        QCOMPARE(f.source->fetches, 0);
-        f.world.settle();
-        QCOMPARE(f.source->fetches, 1);
-        f.pass(600s - 1ms);
-        QCOMPARE(f.source->fetches, 1);
-        f.pass(1ms);
-        QCOMPARE(f.source->fetches, 2);
-        // One that fails does not end the loop.
-        f.source->fails = true;
-        f.pass(600s);
-        f.pass(600s);
-        QCOMPARE(f.source->fetches, 4);
+        QCOMPARE(f.model->debouncedSearchText(), u" ma"_s);
     }
 
     void intervalBeginsWhenTheRefreshHasEnded()
     {
         Fixture f;
         f.source->holdsAnswers = true;
-        f.appear();
-        f.pass(1h);
+        f.model->onAppear(f.context);
+        QCOMPARE(f.source->fetches, 0);
+        QCOMPARE(f.fetchesAfter(1h), 1);
         QVERIFY(!f.model->isAutoRefreshing());
         f.source->release();
         f.world.settle();
-        f.pass(600s);
-        QCOMPARE(f.source->fetches, 2);
-        // The second refresh takes five minutes, so the third begins fifteen after the second.
+        QCOMPARE(f.fetchesAfter(600s - 1ms), 1);
+        QCOMPARE(f.fetchesAfter(1ms), 2);
+        // The second refresh takes five minutes and fails; the third begins fifteen minutes after it all the same.
+        f.source->fails = true;
         f.pass(300s);
         f.source->release();
-        f.pass(600s - 1ms);
-        QCOMPARE(f.source->fetches, 2);
-        f.pass(1ms);
-        QCOMPARE(f.source->fetches, 3);
+        QCOMPARE(f.fetchesAfter(600s - 1ms), 2);
+        QCOMPARE(f.fetchesAfter(1ms), 3);
     }
 
-    void changedIntervalStartsTheLoopAnew()
+    void changedIntervalStartsTheLoopAnewOrEndsIt()
     {
         Fixture f;
         f.appear();
         f.pass(599s);
         f.setInterval(RefreshInterval::fiveMinutes);
-        f.pass(299s);
-        QCOMPARE(f.source->fetches, 1);
-        f.pass(1s);
-        QCOMPARE(f.source->fetches, 2);
-        // The loop of ten minutes is gone.
-        f.pass(299s);
-        QCOMPARE(f.source->fetches, 2);
-    }
-
-    void manualIntervalEndsTheLoop()
-    {
-        Fixture f;
-        f.appear();
-        QVERIFY(f.model->isAutoRefreshing());
+        QCOMPARE(f.fetchesAfter(299s), 1);
+        QCOMPARE(f.fetchesAfter(1s), 2);
+        QVERIFY2(f.fetchesAfter(299s) == 2, "the loop of ten minutes is gone");
         f.setInterval(RefreshInterval::disabled);
         QVERIFY(!f.model->isAutoRefreshing());
         f.appear();
         QVERIFY(!f.model->isAutoRefreshing());
-        f.pass(2h);
-        QCOMPARE(f.source->fetches, 2);
+        QCOMPARE(f.fetchesAfter(2h), 3);
     }
 
     void returnToTheForegroundRefreshesAndStartsTheLoopAnew()
@@ -164,75 +122,46 @@ private Q_SLOTS:
         Fixture f;
         f.appear();
         f.pass(599s);
-        f.world.notificationCenter.post(NotificationName::appDidBecomeActive);
-        QCOMPARE(f.source->fetches, 1);
-        f.world.settle();
+        f.post(NotificationName::appDidBecomeActive);
         QCOMPARE(f.source->fetches, 2);
-        f.pass(599s);
-        QCOMPARE(f.source->fetches, 2);
-        f.pass(1s);
-        QCOMPARE(f.source->fetches, 3);
-        f.world.notificationCenter.post(NotificationName::openFilter);
-        f.world.settle();
-        QCOMPARE(f.source->fetches, 3);
-    }
-
-    void returnDuringARefreshLeavesOneLoop()
-    {
-        Fixture f;
-        f.appear();
+        QCOMPARE(f.fetchesAfter(599s), 2);
+        // During a refresh it begins no other, and leaves one loop.
         f.source->holdsAnswers = true;
-        f.pass(600s);
-        QCOMPARE(f.source->fetches, 2);
-        f.returnToForeground();
-        QCOMPARE(f.source->fetches, 2);
+        f.pass(1s);
+        f.post(NotificationName::appDidBecomeActive);
+        QCOMPARE(f.source->fetches, 3);
         f.source->holdsAnswers = false;
         f.source->release();
-        f.pass(600s);
-        QCOMPARE(f.source->fetches, 3);
-        f.pass(600s);
-        QCOMPARE(f.source->fetches, 4);
-    }
-
-    void hiddenScreenRefreshesNoMoreUntilTheForegroundReturns()
-    {
-        Fixture f;
-        f.appear();
+        QCOMPARE(f.fetchesAfter(600s), 4);
+        QCOMPARE(f.fetchesAfter(600s), 5);
         f.model->stopAutoRefresh();
-        f.pass(2h);
-        QCOMPARE(f.source->fetches, 1);
-        f.returnToForeground();
+        f.post(NotificationName::openFilter);
+        QVERIFY2(f.fetchesAfter(2h) == 5, "a hidden screen refreshes no more");
+        f.post(NotificationName::appDidBecomeActive);
         QVERIFY(f.model->isAutoRefreshing());
-        QCOMPARE(f.source->fetches, 2);
+        QCOMPARE(f.source->fetches, 6);
     }
 
     void firstRefreshRunsEvenWhenItsScreenHasGone()
     {
         Fixture f;
-        f.model->onAppear(f.container.mainContext());
+        f.model->onAppear(f.context);
         f.model.reset();
-        f.world.settle();
+        QCOMPARE(f.fetchesAfter(2h), 1);
+        std::make_unique<MapViewModel>(f.repository)->onAppear();
         QCOMPARE(f.source->fetches, 1);
-        f.pass(2h);
-        QCOMPARE(f.source->fetches, 1);
+        QCOMPARE(f.fetchesAfter(2h), 2);
     }
 
     void manualRefreshStartsTheCountdownAndWaitsForIt()
     {
         Fixture f;
-        f.model->manualRefresh();
-        QVERIFY(f.repository.isCoolingDown());
-        f.source->fails = true;
-        f.pass(59s);
-        f.model->manualRefresh();
-        QCOMPARE(f.source->fetches, 1);
-        QVERIFY(!f.repository.lastError());
-        // Other refreshes go through the countdown.
-        f.model->refresh();
-        QCOMPARE(f.source->fetches, 2);
-        f.pass(1s);
-        f.model->manualRefresh();
-        QCOMPARE(f.source->fetches, 3);
+        for (const int fetches : {1, 2}) {
+            f.model->manualRefresh();
+            QCOMPARE(f.fetchesAfter(59s), fetches);
+            f.model->manualRefresh();
+            QCOMPARE(f.fetchesAfter(1s), fetches);
+        }
     }
 
     void clockSetByAYear_data()
@@ -247,15 +176,13 @@ private Q_SLOTS:
         const auto [days, expectedAge, expectedOrder] = Table<int, QString, QString>::current();
         Fixture f;
         f.begin(instant("2026-11-22T12:00:00Z"));
-        f.happen("before");
-        f.pass(10min);
-        const int fetches = f.source->fetches;
+        f.happen(u"before"_s);
+        const int fetches = f.fetchesAfter(10min);
         f.world.clock.setNow(f.world.clock.now() + days * 24h);
         QCOMPARE(f.age(), expectedAge);
-        f.happen("after");
-        f.pass(10min);
-        QCOMPARE(f.source->fetches, fetches + 1);
-        QCOMPARE(f.age(), QStringLiteral("updated just now"));
+        f.happen(u"after"_s);
+        QCOMPARE(f.fetchesAfter(10min), fetches + 1);
+        QCOMPARE(f.age(), u"updated just now"_s);
         QCOMPARE(f.order(), expectedOrder);
     }
 
@@ -265,34 +192,31 @@ private Q_SLOTS:
         // Half an hour before the clocks go back from 2:00 to 1:00.
         Fixture f;
         f.begin(instant("2025-10-26T00:30:00Z"));
-        f.happen("summer");
+        f.happen(u"summer"_s);
         f.pass(10min);
         f.source->fails = true;
         f.pass(50min);
-        QCOMPARE(f.age(), QStringLiteral("updated 50 min ago"));
+        QCOMPARE(f.age(), u"updated 50 min ago"_s);
         const UserEnvironment away("C.UTF-8", "Pacific/Kiritimati");
-        QCOMPARE(f.age(), QStringLiteral("updated 50 min ago"));
+        QCOMPARE(f.age(), u"updated 50 min ago"_s);
         f.source->fails = false;
-        f.happen("winter");
+        f.happen(u"winter"_s);
         f.pass(10min);
-        QCOMPARE(f.age(), QStringLiteral("updated just now"));
-        QCOMPARE(f.order(), QStringLiteral("winter summer"));
+        QCOMPARE(f.age(), u"updated just now"_s);
+        QCOMPARE(f.order(), u"winter summer"_s);
     }
 
     void wakingRefreshesOnceAndSoon()
     {
         Fixture f;
         f.begin(instant("2026-11-22T23:00:00Z"));
-        f.pass(7min);
-        const int fetches = f.source->fetches;
-        f.happen("overnight");
+        const int fetches = f.fetchesAfter(7min);
+        f.happen(u"overnight"_s);
         f.world.clock.suspend(8h);
-        f.pass(10s);
-        QCOMPARE(f.source->fetches, fetches + 1);
-        QCOMPARE(f.order(), QStringLiteral("overnight"));
-        QCOMPARE(f.age(), QStringLiteral("updated just now"));
-        f.pass(10min);
-        QCOMPARE(f.source->fetches, fetches + 2);
+        QCOMPARE(f.fetchesAfter(10s), fetches + 1);
+        QCOMPARE(f.order(), u"overnight"_s);
+        QCOMPARE(f.age(), u"updated just now"_s);
+        QCOMPARE(f.fetchesAfter(10min), fetches + 2);
     }
 
     void ageInWords_data()
@@ -311,7 +235,7 @@ private Q_SLOTS:
     {
         const auto [elapsedMs, expected] = Table<qint64, QString>::current();
         Fixture f;
-        QVERIFY(!f.model->lastUpdatedSubtitle());
+        QCOMPARE(f.age(), u"never"_s);
         f.model->refresh();
         f.world.clock.setNow(f.world.clock.now() + std::chrono::milliseconds(elapsedMs));
         QCOMPARE(f.age(), expected);

@@ -1,19 +1,16 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "Core/Persistence/ModelContext.h"
-#include "Core/Persistence/PersistenceController.h"
+#include "StoreScene.h"
 #include "Support/Table.h"
-#include "Support/TestEarthquake.h"
-#include "Support/World.h"
 
 #include <QDirIterator>
 #include <QFile>
 #include <QFileInfo>
 #include <QTest>
 
-#include <SQLiteCpp/Database.h>
-
 #include <functional>
 #include <random>
+
+using namespace Qt::StringLiterals;
 
 namespace {
 QByteArray bytes(const QString &path)
@@ -50,11 +47,7 @@ void execute(const QString &path, const char *sql)
 /// A store of ours with one event and then `sql` done to it.
 void makeStore(const QString &path, const char *sql)
 {
-    {
-        ModelContainer container({.path = path});
-        container.mainContext().insert(testEarthquake(QStringLiteral("a"), 10));
-        container.mainContext().save();
-    }
+    StoreScene::save(ModelContainer({.path = path}).mainContext(), {testEarthquake(u"a"_s, 10)});
     execute(path, sql);
 }
 
@@ -88,10 +81,9 @@ private Q_SLOTS:
         const auto store = [](const char *sql) {
             return Prepare([sql](const QString &path) { makeStore(path, sql); });
         };
-        const QByteArray mark("SQLite format 3\0", 16);
         const Table<Prepare, QString> row;
         row("text", file(QByteArray(5000, 'x')), "not a database");
-        row("mark of a database alone", file(mark), "not a database");
+        row("mark of a database alone", file(QByteArray("SQLite format 3", 16)), "not a database");
         row(
             "a folder", [](const QString &path) { QVERIFY(QDir().mkpath(path)); }, "not a file");
         row(
@@ -101,13 +93,29 @@ private Q_SLOTS:
         row("another program's database of our version", store("PRAGMA application_id = 7"), "another program");
         row("version one above ours", store("PRAGMA user_version = 2"), "newer version");
         row("our mark without a version", store("PRAGMA user_version = 0"), "another program");
+
+        World world;
+        const QString path = world.folder.filePath(u"sound.sqlite"_s);
+        makeStore(path, "");
+        const QByteArray sound = bytes(path);
+        constexpr qsizetype pageBytes = 4096;
+        row("header zeroed", file(QByteArray(100, '\0') + sound.mid(100)), "");
+        for (qsizetype size = pageBytes; size < sound.size(); size += pageBytes)
+            row("cut after " + QByteArray::number(size), file(sound.left(size)), "");
+        std::mt19937 engine(1);
+        for (const qsizetype from : {0, 16, 28, 40, 100}) {
+            QByteArray damaged = sound;
+            for (qsizetype i = from; i < pageBytes; ++i)
+                damaged[i] = char(engine());
+            row("random bytes over the first page from " + QByteArray::number(from), file(damaged), "");
+        }
     }
 
     void whatIsNoStoreIsRefusedAndLeftAlone()
     {
         const auto [prepare, reason] = Table<std::function<void(const QString &)>, QString>::current();
         World world;
-        const QString path = world.folder.filePath(QStringLiteral("data/the store.sqlite"));
+        const QString path = world.folder.filePath(u"data/the store.sqlite"_s);
         prepare(path);
         const auto before = contents(world.folder);
         const QString error = openingError(path);
@@ -115,91 +123,27 @@ private Q_SLOTS:
         QCOMPARE(contents(world.folder), before);
     }
 
-    void aDamagedStoreIsRefusedAndLeftAlone_data()
-    {
-        const Table<QByteArray> row;
-        World world;
-        const QString path = world.folder.filePath(QStringLiteral("sound.sqlite"));
-        makeStore(path, "");
-        const QByteArray sound = bytes(path);
-        constexpr qsizetype pageBytes = 4096;
-        row("header zeroed", QByteArray(100, '\0') + sound.mid(100));
-        for (qsizetype size = pageBytes; size < sound.size(); size += pageBytes)
-            row("cut after " + QByteArray::number(size), sound.left(size));
-        std::mt19937 engine(1);
-        for (const qsizetype from : {0, 16, 28, 40, 100}) {
-            QByteArray damaged = sound;
-            for (qsizetype i = from; i < pageBytes; ++i)
-                damaged[i] = char(engine());
-            row("random bytes over the first page from " + QByteArray::number(from), damaged);
-        }
-    }
-
-    void aDamagedStoreIsRefusedAndLeftAlone()
-    {
-        const auto [damaged] = Table<QByteArray>::current();
-        World world;
-        const QString path = world.folder.filePath(QStringLiteral("store.sqlite"));
-        write(path, damaged);
-        const QString error = openingError(path);
-        QVERIFY2(error.contains(path), qUtf8Printable(error));
-        QVERIFY(contents(world.folder) == (QMap<QString, QByteArray>{{path, damaged}}));
-    }
-
     void aNewerStoreKeepsItsUnfinishedLog()
     {
         World world;
-        const QString live = world.folder.filePath(QStringLiteral("live.sqlite"));
-        const QString path = world.folder.filePath(QStringLiteral("copy.sqlite"));
+        const QString live = world.folder.filePath(u"live.sqlite"_s);
+        const QString path = world.folder.filePath(u"copy.sqlite"_s);
         ModelContainer container({.path = live});
         execute(live, "PRAGMA user_version = 2");
-        for (const QString &end : {QString(), QStringLiteral("-wal")})
+        for (const QString &end : {QString(), u"-wal"_s})
             QVERIFY(QFile::copy(live + end, path + end));
-        const QByteArray before = bytes(path) + bytes(path + QStringLiteral("-wal"));
-        QVERIFY(openingError(path).contains(QStringLiteral("newer version")));
-        QCOMPARE(bytes(path) + bytes(path + QStringLiteral("-wal")), before);
+        const QByteArray before = bytes(path) + bytes(path + u"-wal"_s);
+        QVERIFY(openingError(path).contains(u"newer version"_s));
+        QCOMPARE(bytes(path) + bytes(path + u"-wal"_s), before);
     }
 
     void anEmptyFileBecomesAStore()
     {
         World world;
-        const QString path = world.folder.filePath(QStringLiteral("store.sqlite"));
+        const QString path = world.folder.filePath(u"store.sqlite"_s);
         write(path, {});
         QCOMPARE(openingError(path), QString());
         QCOMPARE(openingError(path), QString());
-    }
-
-    void sharedIsOneStoreAtTheInstalledPath()
-    {
-        World world;
-        QCOMPARE(&PersistenceController::shared(), &PersistenceController::shared());
-        QCOMPARE(PersistenceController::shared().container().location(), Platform::current().storePath);
-        QVERIFY(QFile::exists(Platform::current().storePath));
-    }
-
-    void previewHoldsThreeEventsAndNoFile()
-    {
-        World world;
-        ModelContainer &container = PersistenceController::preview().container();
-        const auto rows = container.mainContext().fetch({.sort = FetchDescriptor::Sort::dateReverse});
-        QCOMPARE(eventIDs(rows), QStringLiteral("es2025prev001 es2025prev002 es2025prev003"));
-        QVERIFY(rows.at(1).date() == world.clock.now() - std::chrono::hours(2));
-        QCOMPARE(rows.at(1).magnitude(), 4.5);
-        QCOMPARE(rows.at(1).maxIntensity(), std::optional(QStringLiteral("IV")));
-        QVERIFY(container.mainContext().hasChanges() && ModelContext(container).fetch({}).empty());
-        QVERIFY(QDir(world.folder.path()).isEmpty());
-        QVERIFY(!QFile::exists(container.location()));
-    }
-
-    void storesInMemoryAreApartAndSharedByTheirContexts()
-    {
-        World world;
-        ModelContainer one({.isStoredInMemoryOnly = true});
-        ModelContainer two({.isStoredInMemoryOnly = true});
-        one.mainContext().insert(testEarthquake(QStringLiteral("a"), 10));
-        one.mainContext().save();
-        QCOMPARE(ModelContext(one).fetchCount({}), qint64(1));
-        QCOMPARE(two.mainContext().fetchCount({}), qint64(0));
     }
 };
 
