@@ -12,6 +12,9 @@
 
 #include <QTest>
 
+#include <algorithm>
+
+using namespace Qt::StringLiterals;
 using namespace std::chrono_literals;
 
 namespace {
@@ -28,8 +31,7 @@ private Q_SLOTS:
         const DemoCatalogue catalogue(1, DemoCatalogue::Pace::quiet, start);
         const QList<ParsedEarthquake> events = HTMLParser::parseTable(catalogue.page());
         QCOMPARE(events.size(), 150);
-        for (qsizetype i = 1; i < events.size(); ++i)
-            QVERIFY(events[i - 1].date >= events[i].date);
+        QVERIFY(std::ranges::is_sorted(events, std::greater(), &ParsedEarthquake::date));
         QVERIFY(events.constFirst().date <= start);
         QVERIFY(events.constLast().date >= start - std::chrono::days(10) - 1s);
         QVERIFY(DemoCatalogue(1, DemoCatalogue::Pace::quiet, start).page() == catalogue.page());
@@ -53,14 +55,8 @@ private Q_SLOTS:
         const auto isNew = [](const ParsedEarthquake &event) { return event.date > start; };
         const auto count = std::count_if(catalogue.events().begin(), catalogue.events().end(), isNew);
         QVERIFY(count >= least && count <= most);
-    }
-
-    void oldEventsLeaveThePage()
-    {
-        DemoCatalogue catalogue(1, DemoCatalogue::Pace::quiet, start);
         catalogue.advance(start + std::chrono::days(11));
-        for (const ParsedEarthquake &event : catalogue.events())
-            QVERIFY(event.date > start);
+        QVERIFY2(std::ranges::all_of(catalogue.events(), isNew), "old events leave the page");
     }
 
     void eventsComeWholeOverTheRealRoad()
@@ -77,13 +73,13 @@ private Q_SLOTS:
 
     void onlyTheOneAddressTakesTheDetour()
     {
-        const QUrl from(QStringLiteral("https://example.org/page"));
-        const QUrl to(QStringLiteral("http://127.0.0.1:1/"));
+        const QUrl from(u"https://example.org/page"_s);
+        const QUrl to(u"http://127.0.0.1:1/"_s);
         FakeURLSession session;
         session.enqueue("page");
         DetouredURLSession detoured(session, from, to);
         QCOMPARE(detoured.data(from).result().body, QByteArray("page"));
-        QVERIFY_EXCEPTION_THROWN(detoured.data(QUrl(QStringLiteral("https://example.org/"))).result(), URLSessionError);
+        QVERIFY_EXCEPTION_THROWN(detoured.data(QUrl(u"https://example.org/"_s)).result(), URLSessionError);
         QVERIFY(session.requests == std::vector{to});
     }
 };
