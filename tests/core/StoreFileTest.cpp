@@ -83,7 +83,7 @@ private Q_SLOTS:
         };
         const Table<Prepare, QString> row;
         row("text", file(QByteArray(5000, 'x')), "not a database");
-        row("mark of a database alone", file(QByteArray("SQLite format 3", 16)), "not a database");
+        row("a single byte", file("x"), "not a database");
         row(
             "a folder", [](const QString &path) { QVERIFY(QDir().mkpath(path)); }, "not a file");
         row(
