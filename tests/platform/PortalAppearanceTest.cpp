@@ -1,52 +1,39 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "Platform/Appearance/PortalAppearance.h"
-#include "Support/PrivateBus.h"
+#include "Support/PlayedService.h"
 #include "Support/Table.h"
 
-#include <QDBusMessage>
 #include <QDBusMetaType>
 #include <QDBusVariant>
-#include <QDBusVirtualObject>
 #include <QGuiApplication>
 #include <QPalette>
 #include <QSignalSpy>
-#include <QTest>
 
-#include <memory>
-
+using namespace Qt::StringLiterals;
 using Settings = QMap<QString, QVariantMap>;
 Q_DECLARE_METATYPE(Settings)
 
 namespace {
-const QString portalPath = QStringLiteral("/org/freedesktop/portal/desktop");
-const QString portalService = QStringLiteral("org.freedesktop.portal.Desktop");
-const QString appearanceSpace = QStringLiteral("org.freedesktop.appearance");
-const QString interfaceSpace = QStringLiteral("org.gnome.desktop.interface");
+const QString portalPath = u"/org/freedesktop/portal/desktop"_s;
+const QString appearanceSpace = u"org.freedesktop.appearance"_s;
+const QString interfaceSpace = u"org.gnome.desktop.interface"_s;
 
-/// Answers ReadAll with what a test set.
-class StandInPortal : public QDBusVirtualObject
+/// The desktop's portal, which tells these settings.
+class Portal : public PlayedService
 {
 public:
-    QString introspect(const QString &) const override { return {}; }
-
-    bool handleMessage(const QDBusMessage &message, const QDBusConnection &connection) override
+    Portal(PrivateBus &bus, const Settings &settings)
+        : PlayedService(bus, u"org.freedesktop.portal.Desktop"_s, portalPath)
     {
-        if (message.member() != QLatin1String("ReadAll"))
-            return false;
-        asked = message.arguments().value(0).toStringList();
-        return connection.send(message.createReply(QVariant::fromValue(settings)));
+        answers.insert(u"ReadAll"_s, {QVariant::fromValue(settings)});
     }
 
-    void announce(const QDBusConnection &bus, const QString &space, const QString &key, const QVariant &value)
+    void announce(const QString &key, const QVariant &value)
     {
-        QDBusMessage signal = QDBusMessage::createSignal(portalPath, QStringLiteral("org.freedesktop.portal.Settings"),
-                                                         QStringLiteral("SettingChanged"));
-        signal << space << key << QVariant::fromValue(QDBusVariant(value));
-        bus.send(signal);
+        QDBusMessage signal =
+            QDBusMessage::createSignal(portalPath, u"org.freedesktop.portal.Settings"_s, u"SettingChanged"_s);
+        send(signal << appearanceSpace << key << QVariant::fromValue(QDBusVariant(value)));
     }
-
-    Settings settings;
-    QStringList asked;
 };
 }
 
@@ -57,13 +44,7 @@ class PortalAppearanceTest : public QObject
 private Q_SLOTS:
     void initTestCase() { qDBusRegisterMetaType<Settings>(); }
 
-    void init() { m_bus = std::make_unique<PrivateBus>(); }
-
-    void cleanup()
-    {
-        QGuiApplication::setPalette(QPalette());
-        m_bus.reset();
-    }
+    void cleanup() { QGuiApplication::setPalette(QPalette()); }
 
     void portalDecides_data()
     {
@@ -71,56 +52,52 @@ private Q_SLOTS:
         row("dark", 1u, true, true, false);
         row("light, animations off", 2u, false, false, true);
         row("no preference leaves it to the light palette", 0u, true, false, false);
-        row("a text for a number", QStringLiteral("dark"), true, false, false);
+        row("a text for a number", u"dark"_s, true, false, false);
     }
 
     void portalDecides()
     {
         const auto [scheme, animations, isDark, isReduced] = Table<QVariant, bool, bool, bool>::current();
-        StandInPortal portal;
-        portal.settings = {{appearanceSpace, {{QStringLiteral("color-scheme"), scheme}}},
-                           {interfaceSpace, {{QStringLiteral("enable-animations"), animations}}}};
-        QDBusConnection desktop = startPortal(portal);
-
-        PortalAppearance appearance(programBus());
+        Portal portal(m_bus,
+                      {{appearanceSpace, {{u"color-scheme"_s, scheme}}},
+                       {interfaceSpace, {{u"enable-animations"_s, animations}}}});
+        PortalAppearance appearance(m_bus.connection(u"program"_s));
         QSignalSpy changed(&appearance, &Appearance::changed);
         QVERIFY(changed.wait());
-        QCOMPARE(portal.asked, QStringList({appearanceSpace, interfaceSpace}));
+        QCOMPARE(portal.next(u"ReadAll"_s).arguments().value(0).toStringList(),
+                 QStringList({appearanceSpace, interfaceSpace}));
         QCOMPARE(appearance.colorScheme() == Appearance::ColorScheme::dark, isDark);
         QCOMPARE(appearance.reducedMotion(), isReduced);
 
-        portal.announce(desktop, appearanceSpace, QStringLiteral("color-scheme"), isDark ? 2u : 1u);
+        portal.announce(u"color-scheme"_s, isDark ? 2u : 1u);
         QVERIFY(changed.wait());
         QCOMPARE(appearance.colorScheme() == Appearance::ColorScheme::dark, !isDark);
-        portal.announce(desktop, appearanceSpace, QStringLiteral("reduced-motion"), 1u);
+        portal.announce(u"reduced-motion"_s, 1u);
         QVERIFY(isReduced || changed.wait());
         QVERIFY(appearance.reducedMotion());
-        QVERIFY(!appearance.hasMenuBar());
     }
 
     void aPortalThatStartsLaterIsAsked()
     {
-        PortalAppearance appearance(programBus());
+        PortalAppearance appearance(m_bus.connection(u"program"_s));
         QSignalSpy changed(&appearance, &Appearance::changed);
-        StandInPortal portal;
-        portal.settings = {{appearanceSpace, {{QStringLiteral("color-scheme"), 1u}}}};
-        startPortal(portal);
+        const Portal portal(m_bus, {{appearanceSpace, {{u"color-scheme"_s, 1u}}}});
         QVERIFY(changed.wait());
         QVERIFY(appearance.colorScheme() == Appearance::ColorScheme::dark);
     }
 
     void aRegistrarOfMenusMeansAMenuBar()
     {
-        m_bus->connection(QStringLiteral("desktop")).registerService(QStringLiteral("com.canonical.AppMenu.Registrar"));
-        PortalAppearance appearance(programBus());
+        m_bus.connection(u"desktop"_s).registerService(u"com.canonical.AppMenu.Registrar"_s);
+        PortalAppearance appearance(m_bus.connection(u"program"_s));
         QVERIFY(!appearance.hasMenuBar());
-        PrivateBus::goRound(QStringLiteral("program"));
+        PrivateBus::goRound(u"program"_s);
         QVERIFY(appearance.hasMenuBar());
     }
 
     void withoutAPortalThePaletteDecides()
     {
-        PortalAppearance appearance(QDBusConnection(QStringLiteral("no such bus")));
+        PortalAppearance appearance(QDBusConnection(u"no such bus"_s));
         QSignalSpy changed(&appearance, &Appearance::changed);
         QVERIFY(appearance.colorScheme() == Appearance::ColorScheme::light);
 
@@ -132,17 +109,7 @@ private Q_SLOTS:
     }
 
 private:
-    QDBusConnection startPortal(StandInPortal &portal)
-    {
-        QDBusConnection bus = m_bus->connection(QStringLiteral("desktop"));
-        bus.registerVirtualObject(portalPath, &portal);
-        bus.registerService(portalService);
-        return bus;
-    }
-
-    QDBusConnection programBus() { return m_bus->connection(QStringLiteral("program")); }
-
-    std::unique_ptr<PrivateBus> m_bus;
+    PrivateBus m_bus;
 };
 
 QTEST_MAIN(PortalAppearanceTest)
