@@ -4,13 +4,9 @@
 #include <QFile>
 #include <QHostAddress>
 #include <QProcess>
-#include <QSslConfiguration>
 #include <QSslKey>
 #include <QSslServer>
 #include <QTemporaryDir>
-#include <QtEndian>
-
-#include <array>
 
 namespace {
 QByteArray contents(const QString &path)
@@ -18,42 +14,18 @@ QByteArray contents(const QString &path)
     QFile file(path);
     return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
 }
-
-QByteArray littleEndian(quint32 number)
-{
-    QByteArray bytes(4, '\0');
-    qToLittleEndian(number, bytes.data());
-    return bytes;
 }
 
-std::array<quint32, 256> crcTable()
+LoopbackServer::LoopbackServer(const QSslConfiguration &security, quint16 port)
 {
-    std::array<quint32, 256> table{};
-    for (quint32 byte = 0; byte < table.size(); ++byte) {
-        table.at(byte) = byte;
-        for (int bit = 0; bit < 8; ++bit)
-            table.at(byte) = (table.at(byte) >> 1) ^ ((table.at(byte) & 1) ? 0xedb88320 : 0);
-    }
-    return table;
-}
-
-/// The checksum of gzip.
-quint32 crc32(const QByteArray &data)
-{
-    static const std::array<quint32, 256> table = crcTable();
-    quint32 crc = 0xffffffff;
-    for (const char byte : data)
-        crc = (crc >> 8) ^ table[(crc ^ quint8(byte)) & 0xff];
-    return ~crc;
-}
-}
-
-LoopbackServer::LoopbackServer(Security security)
-{
-    if (security == Security::selfSigned)
-        listenSecurely();
-    else
+    if (security.isNull()) {
         m_server = std::make_unique<QTcpServer>();
+    } else {
+        auto server = std::make_unique<QSslServer>();
+        server->setSslConfiguration(security);
+        connect(server.get(), &QSslServer::errorOccurred, this, [this] { ++m_refusals; });
+        m_server = std::move(server);
+    }
     connect(m_server.get(), &QTcpServer::pendingConnectionAvailable, this, [this] {
         while (QTcpSocket *connection = m_server->nextPendingConnection()) {
             connect(connection, &QTcpSocket::readyRead, this, [this, connection] { handle(connection); });
@@ -62,11 +34,22 @@ LoopbackServer::LoopbackServer(Security security)
             connect(connection, &QTcpSocket::disconnected, this, [this] { --m_open; });
         }
     });
-    if (!m_server->listen(QHostAddress::LocalHost))
-        qFatal("no port to be had on the loopback");
+    if (!m_server->listen(QHostAddress::LocalHost, port))
+        qFatal("%s", qPrintable(m_server->errorString()));
 }
 
-void LoopbackServer::listenSecurely()
+QSslConfiguration LoopbackServer::certified(const QString &certificateFile, const QString &keyFile)
+{
+    QSslConfiguration security = QSslConfiguration::defaultConfiguration();
+    security.setLocalCertificate(QSslCertificate(contents(certificateFile)));
+    security.setPrivateKey(QSslKey(contents(keyFile), QSsl::Ec));
+    security.setPeerVerifyMode(QSslSocket::VerifyNone);
+    if (security.localCertificate().isNull() || security.privateKey().isNull())
+        qFatal("openssl made no certificate");
+    return security;
+}
+
+QSslConfiguration LoopbackServer::selfSigned()
 {
     const QTemporaryDir folder;
     const QString key = folder.filePath(QStringLiteral("key.pem"));
@@ -76,20 +59,13 @@ void LoopbackServer::listenSecurely()
                                      "-subj /CN=loopback -addext subjectAltName=IP:127.0.0.1 -batch -keyout %1 -out %2")
                           .arg(key, certificate)
                           .split(u' '));
-    m_certificate = QSslCertificate(contents(certificate));
-    if (m_certificate.isNull())
-        qFatal("openssl made no certificate");
-    QSslConfiguration configuration = QSslConfiguration::defaultConfiguration();
-    configuration.setLocalCertificate(m_certificate);
-    configuration.setPrivateKey(QSslKey(contents(key), QSsl::Ec));
-    auto server = std::make_unique<QSslServer>();
-    server->setSslConfiguration(configuration);
-    m_server = std::move(server);
+    return certified(certificate, key);
 }
 
 QUrl LoopbackServer::url(const QString &path) const
 {
-    const QString scheme = m_certificate.isNull() ? QStringLiteral("http") : QStringLiteral("https");
+    const QString scheme =
+        qobject_cast<QSslServer *>(m_server.get()) ? QStringLiteral("https") : QStringLiteral("http");
     return QUrl(QStringLiteral("%1://127.0.0.1:%2%3").arg(scheme).arg(m_server->serverPort()).arg(path));
 }
 
@@ -117,7 +93,7 @@ void LoopbackServer::handle(QTcpSocket *connection)
     m_last = connection;
     m_requests.push_back(connection->readAll());
     const QString path = QString::fromLatin1(m_requests.back().split(' ').value(1));
-    const Answer answer = m_answers.value(path, Answer{{}, Then::close});
+    const Answer answer = m_answers.value(path, m_answers.value({}, Answer{{}, Then::close}));
     send(answer.bytes);
     if (answer.then == Then::close)
         connection->disconnectFromHost();
@@ -140,11 +116,11 @@ QByteArray LoopbackServer::chunk(const QByteArray &data)
 
 QByteArray LoopbackServer::gzip(const QByteArray &data)
 {
-    constexpr qsizetype qtHeader = 4;
-    constexpr qsizetype zlibHeader = 2;
-    constexpr qsizetype zlibChecksum = 4;
-    const QByteArray zlib = qCompress(data);
-    const QByteArray deflated = zlib.mid(qtHeader + zlibHeader, zlib.size() - qtHeader - zlibHeader - zlibChecksum);
-    const QByteArray header = QByteArray::fromHex("1f8b08000000000000ff");
-    return header + deflated + littleEndian(crc32(data)) + littleEndian(quint32(data.size()));
+    QProcess packer;
+    packer.start(QStringLiteral("gzip"), {QStringLiteral("-n")});
+    packer.write(data);
+    packer.closeWriteChannel();
+    if (!packer.waitForFinished())
+        qFatal("gzip: %s", qPrintable(packer.errorString()));
+    return packer.readAllStandardOutput();
 }

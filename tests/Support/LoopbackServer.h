@@ -3,7 +3,7 @@
 #include <QHash>
 #include <QObject>
 #include <QPointer>
-#include <QSslCertificate>
+#include <QSslConfiguration>
 #include <QTcpServer>
 #include <QTcpSocket>
 #include <QUrl>
@@ -18,17 +18,21 @@ class LoopbackServer : public QObject
     Q_OBJECT
 
 public:
-    enum class Security { plain, selfSigned };
     /// What the server does once its bytes are sent.
     enum class Then { close, keepOpen };
 
-    explicit LoopbackServer(Security security = Security::plain);
+    /// Speaks plain HTTP without `security`, and listens at any port without `port`.
+    explicit LoopbackServer(const QSslConfiguration &security = {}, quint16 port = 0);
+
+    /// What a server with this certificate shows.
+    static QSslConfiguration certified(const QString &certificateFile, const QString &keyFile);
+    /// What a server shows that vouches for itself, for a test that wants to trust its `localCertificate()`.
+    static QSslConfiguration selfSigned();
 
     QUrl url(const QString &path) const;
-    /// What a server that is `selfSigned` shows, for a test that wants to trust it.
-    QSslCertificate certificate() const { return m_certificate; }
 
-    /// Sends `bytes`, status line and all, to every request for `path`. A path without an answer is closed at once.
+    /// Sends `bytes`, status line and all, to every request for `path`; an empty path stands for all others. A path
+    /// without an answer is closed at once.
     void answer(const QString &path, const QByteArray &bytes, Then then = Then::close);
     /// Sends more over the connection of the last request.
     void send(const QByteArray &bytes);
@@ -40,6 +44,8 @@ public:
     const std::vector<QByteArray> &requests() const { return m_requests; }
     /// How many connections are up. Once there are none, no request is on its way any more.
     int openConnections() const { return m_open; }
+    /// How many connections ended in the handshake.
+    int refusals() const { return m_refusals; }
 
     /// A status line, `headers` (each with its line end) and `body`.
     static QByteArray message(const char *status, const QByteArray &headers, const QByteArray &body);
@@ -57,13 +63,12 @@ private:
         Then then;
     };
 
-    void listenSecurely();
     void handle(QTcpSocket *connection);
 
     std::unique_ptr<QTcpServer> m_server;
-    QSslCertificate m_certificate;
     QHash<QString, Answer> m_answers;
     std::vector<QByteArray> m_requests;
     QPointer<QTcpSocket> m_last;
     int m_open = 0;
+    int m_refusals = 0;
 };

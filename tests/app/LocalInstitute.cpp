@@ -4,15 +4,11 @@
 #include <QDir>
 #include <QFile>
 #include <QProcess>
-#include <QSslCertificate>
-#include <QSslConfiguration>
-#include <QSslKey>
-#include <QSslSocket>
 
 #include <stdexcept>
 
 namespace {
-constexpr int httpsPort = 443;
+constexpr quint16 httpsPort = 443;
 const QString hostName = QStringLiteral("www.ign.es");
 
 void run(const QString &program, const QStringList &arguments)
@@ -23,14 +19,6 @@ void run(const QString &program, const QStringList &arguments)
         throw std::runtime_error((program + QLatin1Char(' ') + arguments.join(QLatin1Char(' ')) + QLatin1Char('\n')
                                   + QString::fromLocal8Bit(process.readAllStandardError()))
                                      .toStdString());
-}
-
-QByteArray contentsOf(const QString &path)
-{
-    QFile file(path);
-    if (!file.open(QFile::ReadOnly))
-        throw std::runtime_error(qPrintable(path));
-    return file.readAll();
 }
 }
 
@@ -43,7 +31,9 @@ LocalInstitute::LocalInstitute(Certificate certificate)
     bindOver(hosts.fileName(), QStringLiteral("/etc/hosts"));
     makeCertificates(certificate);
     bindOver(m_folder.filePath(QStringLiteral("certificates")), QStringLiteral("/etc/ssl/certs"));
-    listen();
+    const QSslConfiguration security = LoopbackServer::certified(m_folder.filePath(QStringLiteral("site.pem")),
+                                                                 m_folder.filePath(QStringLiteral("site.key")));
+    m_server = std::make_unique<LoopbackServer>(security, httpsPort);
 }
 
 LocalInstitute::~LocalInstitute()
@@ -84,33 +74,4 @@ void LocalInstitute::makeCertificates(Certificate certificate)
         QFile::copy(path("authority.pem"), path("certificates/authority.pem"));
         run(QStringLiteral("openssl"), {QStringLiteral("rehash"), path("certificates")});
     }
-}
-
-void LocalInstitute::listen()
-{
-    QSslConfiguration configuration = QSslConfiguration::defaultConfiguration();
-    configuration.setLocalCertificate(QSslCertificate(contentsOf(m_folder.filePath(QStringLiteral("site.pem")))));
-    configuration.setPrivateKey(QSslKey(contentsOf(m_folder.filePath(QStringLiteral("site.key"))), QSsl::Ec));
-    configuration.setPeerVerifyMode(QSslSocket::VerifyNone);
-    m_server.setSslConfiguration(configuration);
-    QObject::connect(&m_server, &QSslServer::errorOccurred, &m_server, [this] { ++m_refusals; });
-    QObject::connect(&m_server, &QTcpServer::pendingConnectionAvailable, &m_server, [this] {
-        QTcpSocket *connection = m_server.nextPendingConnection();
-        QObject::connect(connection, &QTcpSocket::readyRead, &m_server, [this, connection] { answer(connection); });
-        QObject::connect(connection, &QTcpSocket::disconnected, connection, &QObject::deleteLater);
-    });
-    if (!m_server.listen(QHostAddress::LocalHost, httpsPort))
-        throw std::runtime_error(m_server.errorString().toStdString());
-}
-
-void LocalInstitute::answer(QTcpSocket *connection)
-{
-    if (!connection->peek(connection->bytesAvailable()).contains("\r\n\r\n"))
-        return;
-    connection->readAll();
-    ++m_requests;
-    connection->write("HTTP/1.1 200 OK\r\nContent-Type: text/html; charset=UTF-8\r\nConnection: close\r\n"
-                      "Content-Length: "
-                      + QByteArray::number(m_page.size()) + "\r\n\r\n" + m_page);
-    connection->disconnectFromHost();
 }

@@ -1,7 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
+#include "Support/LoopbackServer.h"
+
 #include <QByteArray>
-#include <QSslServer>
 #include <QStringList>
 #include <QTemporaryDir>
 
@@ -19,23 +20,18 @@ public:
     Q_DISABLE_COPY_MOVE(LocalInstitute)
 
     /// The body of every answer.
-    void setPage(const QByteArray &page) { m_page = page; }
+    void setPage(const QByteArray &page) { m_server->answer({}, LoopbackServer::page(page)); }
 
     /// Requests that came whole.
-    int requests() const { return m_requests; }
+    int requests() const { return int(m_server->requests().size()); }
     /// Connections that ended in the handshake.
-    int refusals() const { return m_refusals; }
+    int refusals() const { return m_server->refusals(); }
 
 private:
     void bindOver(const QString &file, const QString &place);
     void makeCertificates(Certificate certificate);
-    void listen();
-    void answer(QTcpSocket *connection);
 
     QTemporaryDir m_folder;
     QStringList m_bound;
-    QSslServer m_server;
-    QByteArray m_page;
-    int m_requests = 0;
-    int m_refusals = 0;
+    std::unique_ptr<LoopbackServer> m_server;
 };

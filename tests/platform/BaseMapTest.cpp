@@ -2,9 +2,9 @@
 #include "Platform/Map/BaseMapPainter.h"
 #include "Support/Table.h"
 
-#include <QTest>
-
 #include <cmath>
+
+using namespace Qt::StringLiterals;
 
 namespace {
 const BaseMapData &data()
@@ -13,7 +13,7 @@ const BaseMapData &data()
     return *loaded;
 }
 
-BaseMapRequest request(const CoordinateRegion &region, const QSizeF &window = {1100, 720})
+BaseMapRequest request(const CoordinateRegion &region, const QSizeF &window)
 {
     BaseMapRequest result;
     result.camera = MapCamera(MapLimits{{{29.25, -15}, {28.5, 42}}, 40, 0.02});
@@ -23,30 +23,46 @@ BaseMapRequest request(const CoordinateRegion &region, const QSizeF &window = {1
 }
 
 constexpr CoordinateRegion islands{{28.3, -15.8}, {8.0, 10.0}};
-constexpr CoordinateRegion openSea{{28.9, -16.4}, {0.2, 0.2}};
 
-QColor colorAt(const BaseMapPicture &picture, const Coordinate &coordinate)
+/// Of a place in a picture, to a few steps of each colour.
+bool isColour(const BaseMapPicture &picture, const Coordinate &place, QRgb expected)
 {
-    const QPointF way = WebMercator::toWorld(coordinate) - picture.world.topLeft();
-    return picture.image.pixelColor((way * picture.scale * picture.image.devicePixelRatio()).toPoint());
+    const QPointF way = WebMercator::toWorld(place) - picture.world.topLeft();
+    const QColor found = picture.image.pixelColor((way * picture.scale * picture.image.devicePixelRatio()).toPoint());
+    const QColor wanted(expected);
+    return std::abs(found.red() - wanted.red()) <= 3 && std::abs(found.green() - wanted.green()) <= 3
+        && std::abs(found.blue() - wanted.blue()) <= 3;
 }
 
-bool isLike(const QColor &a, QRgb b)
+/// A window of 600 by 400 in the middle of the open sea, where there is nothing but what a test puts there.
+class OpenSea
 {
-    const QColor other(b);
-    return std::abs(a.red() - other.red()) <= 3 && std::abs(a.green() - other.green()) <= 3
-        && std::abs(a.blue() - other.blue()) <= 3;
-}
+public:
+    /// How many pixels of a rectangle differ from the bare sea.
+    int drawn(const QRect &rect) const
+    {
+        const QImage seen = image();
+        int count = 0;
+        for (int y = rect.top(); y <= rect.bottom(); ++y)
+            for (int x = rect.left(); x <= rect.right(); ++x)
+                count += bare.pixel(x, y) == seen.pixel(x, y) ? 0 : 1;
+        return count;
+    }
 
-/// How many pixels of a rectangle differ between two pictures of the same place.
-int differences(const QImage &a, const QImage &b, const QRect &rect)
-{
-    int count = 0;
-    for (int y = rect.top(); y <= rect.bottom(); ++y)
-        for (int x = rect.left(); x <= rect.right(); ++x)
-            count += a.pixel(x, y) == b.pixel(x, y) ? 0 : 1;
-    return count;
-}
+    void addTitle(const QPointF &point, const QString &text)
+    {
+        annotations->titles.push_back({wanted.camera.toWorld(point), text});
+        wanted.annotations = annotations;
+    }
+
+    QImage image() const { return paintBaseMap(data(), wanted).image; }
+
+    BaseMapRequest wanted = request({{28.9, -16.4}, {0.2, 0.2}}, {600, 400});
+    std::shared_ptr<MapAnnotations> annotations = std::make_shared<MapAnnotations>();
+
+private:
+    const QImage bare = image();
+};
 }
 
 class BaseMapTest : public QObject
@@ -54,19 +70,6 @@ class BaseMapTest : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void everyPlaceIsLoaded()
-    {
-        QCOMPARE(data().places.size(), size_t(185 + 88));
-        QCOMPARE(data().places.back().kind, MapPlace::Kind::municipality);
-    }
-
-    void brokenLayersGiveNothing()
-    {
-        for (const char *layer : {"", R"({"type":"FeatureCollection"})",
-                                  R"({"features":[{"geometry":{"type":"Point","coordinates":[1,2]}}]})"})
-            QVERIFY2(mapAreas(layer).empty(), layer);
-    }
-
     void landAndSeaHaveTheirColours_data()
     {
         const Table<bool, Coordinate, QRgb> row;
@@ -79,10 +82,9 @@ private Q_SLOTS:
     void landAndSeaHaveTheirColours()
     {
         const auto [isDark, place, color] = Table<bool, Coordinate, QRgb>::current();
-        BaseMapRequest wanted = request(islands);
+        BaseMapRequest wanted = request(islands, {1100, 720});
         wanted.appearance = isDark ? MapAppearance::dark : MapAppearance::light;
-        const QColor found = colorAt(paintBaseMap(data(), wanted), place);
-        QVERIFY2(isLike(found, color), qPrintable(found.name()));
+        QVERIFY(isColour(paintBaseMap(data(), wanted), place, color));
     }
 
     /// The margin only adds: the window's part of the picture is painted as it is without one, labels apart.
@@ -93,94 +95,58 @@ private Q_SLOTS:
         wanted.margin = 100;
         const BaseMapPicture picture = paintBaseMap(data(), wanted);
         QCOMPARE(picture.image.size(), QSize(1680, 1360));
-        QCOMPARE(picture.image.devicePixelRatio(), 2.0);
         const QRectF window = wanted.camera.visibleWorld();
         const double margin = 100 / wanted.camera.scale();
         QVERIFY(std::abs(picture.world.left() - (window.left() - margin)) < 1e-9);
         QVERIFY(std::abs(picture.world.bottom() - (window.bottom() + margin)) < 1e-9);
-        QVERIFY(isLike(colorAt(picture, {27.95, -15.6}), 0xF5EDD9));
+        QVERIFY(isColour(picture, {27.95, -15.6}, 0xF5EDD9));
     }
 
-    void closeByTheBandsOfTheSeaDrawTogether()
-    {
-        const BaseMapStyle &style = BaseMapStyle::of(MapAppearance::light);
-        QVERIFY(isLike(style.seaTone(0, 79), 0xD6E8F0));
-        QVERIFY(isLike(style.seaTone(2, 5000), 0xB8D3E3));
-        // 30 % of the way from B8D3E3 to D6E8F0 is left.
-        QVERIFY(isLike(style.seaTone(0, 5000), 0xC1D9E7));
-    }
-
-    void atMostNineMeridiansShow_data()
-    {
-        const Table<double, double> row;
-        row("nine degrees", 9.0, 1.0);
-        row("a bit more", 9.01, 2.0);
-        row("closest", 0.02, 0.005);
-    }
-
-    void atMostNineMeridiansShow()
-    {
-        const auto [degreesAcross, expected] = Table<double, double>::current();
-        QCOMPARE(graticuleStep(degreesAcross), expected);
-    }
-
-    /// In the middle of the open sea there is nothing but a title, and that only while no other mark is in its way.
+    /// And that only while no other mark is in the way.
     void titlesStandUnderTheirMarkWhereTheyFit()
     {
-        BaseMapRequest wanted = request(openSea, {600, 400});
-        const QImage bare = paintBaseMap(data(), wanted).image;
+        OpenSea sea;
         const QRect under(200, 217, 200, 16);
-        auto annotations = std::make_shared<MapAnnotations>();
-        annotations->radius = 14;
-        annotations->positions = {wanted.camera.toWorld({300, 200})};
-        annotations->titles = {{annotations->positions[0], QStringLiteral("NW TENERIFE")}};
-        wanted.annotations = annotations;
-        const QImage titled = paintBaseMap(data(), wanted).image;
-        QVERIFY(differences(bare, titled, under) > 200);
-        QCOMPARE(differences(bare, titled, QRect(200, 150, 200, 60)), 0);
-        annotations->titles[0].drop = 20;
-        QCOMPARE(differences(bare, paintBaseMap(data(), wanted).image, under), 0);
-        annotations->titles[0].drop = 0;
-        wanted.covers = {QRectF(300, 220, 5, 5)};
-        QCOMPARE(differences(bare, paintBaseMap(data(), wanted).image, under), 0);
-        wanted.covers.clear();
-        annotations->positions.push_back(wanted.camera.toWorld({320, 226}));
-        QCOMPARE(differences(bare, paintBaseMap(data(), wanted).image, under), 0);
+        sea.annotations->radius = 14;
+        sea.annotations->positions = {sea.wanted.camera.toWorld({300, 200})};
+        sea.addTitle({300, 200}, u"NW TENERIFE"_s);
+        QVERIFY(sea.drawn(under) > 200);
+        QCOMPARE(sea.drawn({200, 150, 200, 60}), 0);
+        sea.annotations->titles[0].drop = 20;
+        QCOMPARE(sea.drawn(under), 0);
+        sea.annotations->titles[0].drop = 0;
+        sea.wanted.covers = {QRectF(300, 220, 5, 5)};
+        QCOMPARE(sea.drawn(under), 0);
+        sea.wanted.covers.clear();
+        sea.annotations->positions.push_back(sea.wanted.camera.toWorld({320, 226}));
+        QCOMPARE(sea.drawn(under), 0);
     }
 
     void aTitleIsOneLineOfLimitedWidth()
     {
-        BaseMapRequest wanted = request(openSea, {600, 400});
-        const QImage bare = paintBaseMap(data(), wanted).image;
-        const auto titled = [&](const QString &text) {
-            auto annotations = std::make_shared<MapAnnotations>();
-            annotations->titles = {{wanted.camera.toWorld({300, 200}), text}};
-            wanted.annotations = annotations;
-            return paintBaseMap(data(), wanted).image;
-        };
-        QCOMPARE(titled(QStringLiteral("NW\n\u202ETENERIFE")), titled(QStringLiteral("NW TENERIFE")));
-        const QImage wide = titled(QString(4000, u'N'));
-        QVERIFY(differences(bare, wide, QRect(170, 203, 260, 14)) > 200);
-        QCOMPARE(differences(bare, wide, QRect(0, 203, 155, 14)), 0);
+        OpenSea hostile;
+        hostile.addTitle({300, 200}, u"NW\n\u202ETENERIFE"_s);
+        OpenSea plain;
+        plain.addTitle({300, 200}, u"NW TENERIFE"_s);
+        QCOMPARE(hostile.image(), plain.image());
+        OpenSea wide;
+        wide.addTitle({300, 200}, QString(4000, u'N'));
+        QVERIFY(wide.drawn({170, 203, 260, 14}) > 200);
+        QCOMPARE(wide.drawn({0, 203, 155, 14}), 0);
     }
 
     /// However many find none, the last has its own if nothing is near it.
     void theFirstOfManyTitlesHasTheRoom()
     {
-        BaseMapRequest wanted = request(openSea, {600, 400});
-        const auto titled = [&](int crowd) {
-            auto annotations = std::make_shared<MapAnnotations>();
-            const auto add = [&](const QPointF &point) {
-                annotations->titles.push_back({wanted.camera.toWorld(point), QStringLiteral("NW TENERIFE")});
-            };
-            add({300, 200});
+        const auto crowded = [](int crowd) {
+            OpenSea sea;
+            sea.addTitle({300, 200}, u"NW TENERIFE"_s);
             for (int i = 0; i < crowd; ++i)
-                add({i % 2 == 0 ? 330.0 : 300.0, 200});
-            add({300, 300});
-            wanted.annotations = annotations;
-            return paintBaseMap(data(), wanted).image;
+                sea.addTitle({i % 2 == 0 ? 330.0 : 300.0, 200}, u"NW TENERIFE"_s);
+            sea.addTitle({300, 300}, u"NW TENERIFE"_s);
+            return sea.image();
         };
-        QCOMPARE(titled(1000), titled(0));
+        QCOMPARE(crowded(1000), crowded(0));
     }
 };
 

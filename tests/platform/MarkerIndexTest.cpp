@@ -4,25 +4,11 @@
 
 #include <QLineF>
 #include <QRandomGenerator>
-#include <QTest>
 
-#include <limits>
+#include <cmath>
 
-Q_DECLARE_METATYPE(MarkerIndex::Direction)
-
-namespace {
 using Direction = MarkerIndex::Direction;
-
-std::vector<QPointF> randomPositions(int count)
-{
-    QRandomGenerator random(7);
-    std::vector<QPointF> positions;
-    positions.reserve(size_t(count));
-    for (int i = 0; i < count; ++i)
-        positions.push_back({-18 + random.bounded(4.0), -32 + random.bounded(3.0)});
-    return positions;
-}
-}
+Q_DECLARE_METATYPE(Direction)
 
 class MarkerIndexTest : public QObject
 {
@@ -31,23 +17,20 @@ class MarkerIndexTest : public QObject
 private Q_SLOTS:
     void searchesAgreeWithLookingAtAll()
     {
-        const std::vector<QPointF> positions = randomPositions(400);
+        QRandomGenerator random(7);
+        const auto point = [&] { return QPointF(-18 + random.bounded(4.0), -32 + random.bounded(3.0)); };
+        std::vector<QPointF> positions(400);
+        std::ranges::generate(positions, point);
         const MarkerIndex index(positions);
-        QRandomGenerator random(11);
         for (int i = 0; i < 200; ++i) {
-            const QPointF point(-18 + random.bounded(4.0), -32 + random.bounded(3.0));
+            const QPointF looked = point();
             const double radius = random.bounded(0.5);
-            qsizetype topmost = -1;
-            qsizetype nearest = -1;
-            for (size_t mark = positions.size(); mark-- > 0;) {
-                const auto distance = [&](qsizetype m) { return QLineF(positions[size_t(m)], point).length(); };
-                if (distance(qsizetype(mark)) <= radius)
-                    topmost = qsizetype(mark);
-                if (nearest < 0 || distance(qsizetype(mark)) <= distance(nearest))
-                    nearest = qsizetype(mark);
-            }
-            QCOMPARE(index.topmostAt(point, radius).value_or(-1), topmost);
-            QCOMPARE(index.nearestTo(point).value_or(-1), nearest);
+            const auto distance = [&](const QPointF &mark) { return QLineF(mark, looked).length(); };
+            const auto topmost =
+                std::ranges::find_if(positions, [&](const QPointF &mark) { return distance(mark) <= radius; });
+            const auto nearest = std::ranges::min_element(positions, {}, distance);
+            QCOMPARE(index.topmostAt(looked, radius).value_or(400), topmost - positions.begin());
+            QCOMPARE(index.nearestTo(looked), nearest - positions.begin());
         }
     }
 
@@ -75,10 +58,9 @@ private Q_SLOTS:
 
     void whatIsNoPlaceIsInNoAnswer()
     {
-        const double nan = std::numeric_limits<double>::quiet_NaN();
-        const MarkerIndex index({{nan, 0}, {0, std::numeric_limits<double>::infinity()}, {1, 1}});
-        QCOMPARE(index.topmostAt({0, 0}, 1000).value_or(-1), qsizetype(2));
-        QCOMPARE(index.nearestTo({0, 0}).value_or(-1), qsizetype(2));
+        const MarkerIndex index({{std::nan(""), 0}, {0, INFINITY}, {1, 1}});
+        QCOMPARE(index.topmostAt({0, 0}, 1000), 2);
+        QCOMPARE(index.nearestTo({0, 0}), 2);
         QVERIFY(!MarkerIndex().nearestTo({0, 0}));
     }
 };
