@@ -67,8 +67,11 @@ bool ShownWindow::showRoot(const char *file)
     const qsizetype before = m_engine.rootObjects().size();
     m_engine.load(QUrl(modulesFolder + QLatin1String(file)));
     m_window = qobject_cast<QQuickWindow *>(m_engine.rootObjects().value(before));
-    if (!m_window || !QTest::qWaitForWindowExposed(m_window))
-        return false;
+    return m_window && QTest::qWaitForWindowExposed(m_window) && activate();
+}
+
+bool ShownWindow::activate()
+{
     m_window->requestActivate();
     if (!QTest::qWaitForWindowActive(m_window))
         return false;
@@ -88,10 +91,7 @@ bool ShownWindow::enter(QAnyStringView title)
     if (!QTest::qWaitFor(isShown))
         return false;
     m_window = entered;
-    m_window->requestActivate();
-    const bool isActive = QTest::qWaitForWindowActive(m_window);
-    settle();
-    return isActive && m_warnings.isEmpty();
+    return activate();
 }
 
 bool ShownWindow::open(const char *file, QAnyStringView title)

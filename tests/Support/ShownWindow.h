@@ -71,6 +71,7 @@ public:
 private:
     void setSize(QSize size);
     bool showRoot(const char *file);
+    bool activate();
 
     QStringList m_warnings;
     QQmlApplicationEngine m_engine;

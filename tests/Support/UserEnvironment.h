@@ -5,7 +5,6 @@
 #include <QByteArray>
 
 #include <map>
-#include <optional>
 
 /// The locale and zone of a test's user, put back at its end. Formatters made before keep what they had.
 class UserEnvironment
@@ -21,8 +20,7 @@ public:
     explicit UserEnvironment(const std::map<QByteArray, QByteArray> &variables)
     {
         for (const auto &[name, value] : variables) {
-            m_before[name] =
-                qEnvironmentVariableIsSet(name.constData()) ? std::optional(qgetenv(name.constData())) : std::nullopt;
+            m_before[name] = qgetenv(name.constData());
             qputenv(name.constData(), value);
         }
         reloadUserLocale();
@@ -30,16 +28,12 @@ public:
 
     ~UserEnvironment()
     {
-        for (const auto &[name, value] : m_before) {
-            if (value)
-                qputenv(name.constData(), *value);
-            else
-                qunsetenv(name.constData());
-        }
+        for (const auto &[name, value] : m_before)
+            qputenv(name.constData(), value);
         reloadUserLocale();
     }
     Q_DISABLE_COPY_MOVE(UserEnvironment)
 
 private:
-    std::map<QByteArray, std::optional<QByteArray>> m_before;
+    std::map<QByteArray, QByteArray> m_before;
 };

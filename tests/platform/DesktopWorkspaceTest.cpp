@@ -6,7 +6,8 @@
 #include <QFile>
 #include <QSignalSpy>
 #include <QTemporaryDir>
-#include <QTest>
+
+using namespace Qt::StringLiterals;
 
 class DesktopWorkspaceTest : public QObject
 {
@@ -17,24 +18,17 @@ public:
     Q_INVOKABLE void take(const QUrl &url) { m_taken.append(url); }
 
 private Q_SLOTS:
-    void addressGoesToTheDesktop()
+    void addressGoesToTheDesktopAndThePermissionsToTheirOwner()
     {
-        const QString scheme = QStringLiteral("x-orvalia-test");
-        const QUrl url(scheme + QStringLiteral(":settings"));
-        QDesktopServices::setUrlHandler(scheme, this, "take");
+        const QUrl url(u"x-orvalia-test:settings"_s);
+        QDesktopServices::setUrlHandler(url.scheme(), this, "take");
         DesktopWorkspace workspace;
-        QSignalSpy permissions(&workspace, &DesktopWorkspace::permissionsRequested);
+        QVERIFY2(!workspace.open(Workspace::permissionsUrl()), "there is no owner yet");
+        const QSignalSpy permissions(&workspace, &DesktopWorkspace::permissionsRequested);
         QVERIFY(workspace.open(url));
-        QDesktopServices::unsetUrlHandler(scheme);
+        QDesktopServices::unsetUrlHandler(url.scheme());
         QCOMPARE(m_taken, QList<QUrl>{url});
         QCOMPARE(permissions.count(), 0);
-    }
-
-    void permissionsWindowNeedsAnOwner()
-    {
-        DesktopWorkspace workspace;
-        QVERIFY(!workspace.open(Workspace::permissionsUrl()));
-        QSignalSpy permissions(&workspace, &DesktopWorkspace::permissionsRequested);
         QVERIFY(workspace.open(Workspace::permissionsUrl()));
         QCOMPARE(permissions.count(), 1);
     }
@@ -55,8 +49,7 @@ private Q_SLOTS:
         const QByteArray path = qgetenv("PATH");
         QTemporaryDir folder;
         QFile script(folder.filePath(program));
-        QVERIFY(script.open(QIODevice::WriteOnly));
-        script.write("#!/bin/sh\necho -n $* > \"$0.started\"\n");
+        QVERIFY(script.open(QIODevice::WriteOnly) && script.write("#!/bin/sh\necho -n $* > \"$0.started\"\n") > 0);
         script.setPermissions(QFile::ReadOwner | QFile::ExeOwner);
         script.close();
         qputenv("PATH", folder.path().toUtf8());
@@ -66,11 +59,11 @@ private Q_SLOTS:
         const bool opened = workspace.openNotificationSettings();
         qputenv("PATH", path);
         qunsetenv("XDG_CURRENT_DESKTOP");
-        QCOMPARE(has, arguments != QLatin1String("none"));
+        QCOMPARE(has, arguments != u"none"_s);
         QCOMPARE(opened, has);
         const auto started = [&] {
-            QFile said(script.fileName() + QStringLiteral(".started"));
-            return said.open(QIODevice::ReadOnly) ? QString::fromUtf8(said.readAll()) : QStringLiteral("none");
+            QFile said(script.fileName() + u".started"_s);
+            return said.open(QIODevice::ReadOnly) ? QString::fromUtf8(said.readAll()) : u"none"_s;
         };
         QTRY_COMPARE(started(), arguments);
     }

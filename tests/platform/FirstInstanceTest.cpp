@@ -2,82 +2,56 @@
 #include "Platform/Session/FirstInstance.h"
 #include "Support/PrivateBus.h"
 
-#include <QDBusMessage>
-#include <QDBusPendingCall>
 #include <QSignalSpy>
 #include <QTest>
 #include <QThread>
 
+using namespace Qt::StringLiterals;
+
 namespace {
-const QString id = QStringLiteral("org.example.program");
+const QString id = u"org.example.program"_s;
 }
 
-/// On a bus of the test's own.
 class FirstInstanceTest : public QObject
 {
     Q_OBJECT
 
 private Q_SLOTS:
-    void cleanup() { qunsetenv("XDG_ACTIVATION_TOKEN"); }
-
     void laterOneHandsOverToTheFirst()
     {
-        PrivateBus bus;
-        const FirstInstance first(bus.connection(QStringLiteral("first")), id);
-        QVERIFY(!first.handsOver());
-        const QSignalSpy startedAgain(&first, &FirstInstance::startedAgain);
-        qputenv("XDG_ACTIVATION_TOKEN", "leave");
-        QVERIFY(startAgain(bus));
+        auto first = std::make_unique<FirstInstance>(m_bus.connection(u"first"_s), id);
+        QVERIFY(!first->handsOver());
+        const QSignalSpy startedAgain(first.get(), &FirstInstance::startedAgain);
+        QVERIFY(startAgain());
         QCOMPARE(startedAgain.count(), 1);
-        QVERIFY(startAgain(bus));
+        QVERIFY(startAgain());
         QCOMPARE(startedAgain.count(), 2);
+        first.reset();
+        const FirstInstance next(m_bus.connection(u"next"_s), id);
+        QVERIFY2(!next.handsOver(), "the name of one that ended is not free");
+        QVERIFY(startAgain());
     }
 
-    void leaveToComeToTheFrontTravelsAlong()
+    void leaveToComeToTheFrontIsHandedToTheWindowSystem()
     {
-        PrivateBus bus;
-        FirstInstance first(bus.connection(QStringLiteral("first")), id);
+        FirstInstance first(m_bus.connection(u"first"_s), id);
         first.Activate({});
         QVERIFY(!qEnvironmentVariableIsSet("XDG_ACTIVATION_TOKEN"));
-        QDBusMessage call =
-            QDBusMessage::createMethodCall(id, QStringLiteral("/org/example/program"),
-                                           QStringLiteral("org.freedesktop.Application"), QStringLiteral("Activate"));
-        call << QVariantMap{{QStringLiteral("activation-token"), QStringLiteral("leave")}};
-        bus.connection(QStringLiteral("desktop")).asyncCall(call);
-        QTRY_COMPARE(qgetenv("XDG_ACTIVATION_TOKEN"), QByteArray("leave"));
-    }
-
-    void nameOfOneThatEndedIsFree()
-    {
-        PrivateBus bus;
-        std::make_unique<FirstInstance>(bus.connection(QStringLiteral("first")), id).reset();
-        const FirstInstance next(bus.connection(QStringLiteral("next")), id);
-        const QSignalSpy startedAgain(&next, &FirstInstance::startedAgain);
-        QVERIFY(startAgain(bus));
-        QCOMPARE(startedAgain.count(), 1);
+        first.Activate({{u"activation-token"_s, u"leave"_s}});
+        QCOMPARE(qgetenv("XDG_ACTIVATION_TOKEN"), QByteArray("leave"));
     }
 
     void holderThatDoesNotAnswerCountsAsNone()
     {
-        PrivateBus bus;
-        QVERIFY(bus.connection(QStringLiteral("stranger")).registerService(id));
-        QVERIFY(!startAgain(bus));
-    }
-
-    void withoutABusEveryoneIsTheFirst()
-    {
-        const QDBusConnection none(QStringLiteral("no such bus"));
-        const FirstInstance first(none, id);
-        const FirstInstance second(none, id);
-        QVERIFY(!first.handsOver());
-        QVERIFY(!second.handsOver());
+        QVERIFY(m_bus.connection(u"stranger"_s).registerService(id));
+        QVERIFY(!startAgain());
     }
 
 private:
     /// Whether another process would hand over, while this thread goes on.
-    static bool startAgain(PrivateBus &bus)
+    bool startAgain()
     {
-        const QDBusConnection connection = bus.connection(QStringLiteral("again"));
+        const QDBusConnection connection = m_bus.connection(u"again"_s);
         bool handsOver = false;
         const std::unique_ptr<QThread> process(
             QThread::create([&connection, &handsOver] { handsOver = FirstInstance(connection, id).handsOver(); }));
@@ -86,6 +60,8 @@ private:
         process->wait();
         return handsOver;
     }
+
+    PrivateBus m_bus;
 };
 
 QTEST_GUILESS_MAIN(FirstInstanceTest)

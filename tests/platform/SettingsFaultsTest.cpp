@@ -95,32 +95,28 @@ private Q_SLOTS:
     {
         const auto [wanted] = Table<Fault>::current();
         const QString key = QStringLiteral("settings.value");
+        const QString other = QStringLiteral("settings.other");
         bool isStruck = true;
         int strikesSeen = 0;
         for (int call = 1; isStruck; ++call) {
             const QTemporaryDir folder;
             const QString path = folder.filePath(QStringLiteral("settings.ini"));
             SettingsUserDefaults defaults(path);
-            defaults.setString(QStringLiteral("settings.other"), QString(2000, u'x'));
+            defaults.setString(other, QString(2000, u'x'));
             defaults.setDouble(key, 1);
             const QByteArray before = contents(path);
             const QByteArray after = QByteArray(before).replace("number:1.0", "number:2.0");
             QVERIFY(before != after);
-            if (wanted == Fault::kill) {
-                isStruck = isKilledAt(call, [&] { defaults.setDouble(key, 2); });
-            } else {
-                arm(wanted, call);
-                defaults.setDouble(key, 2);
-                isStruck = disarm();
+            isStruck = isStruckAt(call, wanted, [&] { defaults.setDouble(key, 2); });
+            if (wanted != Fault::kill)
                 QCOMPARE(defaults.doubleValue(key), 2.0);
-            }
             const QByteArray left = contents(path);
             QVERIFY2(left == after || (isStruck && left == before), left);
             // The next write of anything brings everything; a program that was killed knows nothing of the value.
             if (wanted == Fault::kill)
                 defaults.setDouble(key, 2);
             else
-                defaults.setString(QStringLiteral("settings.other"), QString(2000, u'x'));
+                defaults.setString(other, QString(2000, u'x'));
             QCOMPARE(contents(path), after);
             strikesSeen += isStruck ? 1 : 0;
         }
@@ -148,33 +144,22 @@ private Q_SLOTS:
     }
 
 private:
-    static void arm(Fault wanted, int call)
+    /// Does `work`, in a process of its own where that is to be killed. True when the fault has struck at this call.
+    template<class Work>
+    static bool isStruckAt(int call, Fault wanted, Work work)
     {
+        const pid_t child = wanted == Fault::kill ? fork() : -1;
+        int status = 0;
+        if (child > 0)
+            return waitpid(child, &status, 0) == child && WIFSIGNALED(status);
         fault = wanted;
         callsLeft = call;
         hasStruck = false;
-    }
-
-    static bool disarm()
-    {
+        work();
         fault = Fault::none;
-        return hasStruck;
-    }
-
-    /// Does `work` in a process of its own, which is killed at the given call when it comes that far.
-    template<class Work>
-    static bool isKilledAt(int call, Work work)
-    {
-        const pid_t child = fork();
-        if (child == 0) {
-            arm(Fault::kill, call);
-            work();
-            fault = Fault::none;
+        if (child == 0)
             _exit(0);
-        }
-        int status = 0;
-        waitpid(child, &status, 0);
-        return WIFSIGNALED(status);
+        return hasStruck;
     }
 
     static QByteArray contents(const QString &path)
