@@ -6,7 +6,6 @@
 
 A rule is a function from a file's path (below the root, with slashes) and its text to a list of faults.
 """
-import collections
 import functools
 import pathlib
 import re
@@ -107,25 +106,6 @@ def forbidden(user, used):
     return [f"{screen(user)} must not know {used}"] if strangers or not knows(here, there) else []
 
 
-def names(path, text):
-    """A file's base name is its own; the files of one type stand side by side."""
-    stem = pathlib.Path(path).stem
-    if stem == "main" or pathlib.Path(path).suffix not in CODE:  # each program has its main.cpp
-        return []
-    folder = path.rpartition("/")[0]
-    return [f"{other} has the same name" for other in namesakes()[stem] if other.rpartition("/")[0] != folder]
-
-
-@functools.cache
-def namesakes():
-    """The source files by base name."""
-    known = collections.defaultdict(list)
-    for path in files():
-        if path.suffix in CODE:
-            known[path.stem].append(str(path.relative_to(ROOT)))
-    return known
-
-
 def licence(path, text):
     """Every source says its licence at its top."""
     name = pathlib.Path(path).name
@@ -184,7 +164,7 @@ def bus(path, text):
     return [f"{wait} waits: use callAsync()" for wait in waits]
 
 
-RULES = {rule.__name__: rule for rule in (includes, first, imports, names, licence, words, qml, futures, bus)}
+RULES = {rule.__name__: rule for rule in (includes, first, imports, licence, words, qml, futures, bus)}
 
 
 def files():
