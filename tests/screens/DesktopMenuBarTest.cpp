@@ -10,8 +10,6 @@
 #include <QGuiApplication>
 #include <QTest>
 
-#include <memory>
-
 using namespace Qt::StringLiterals;
 
 namespace {
@@ -98,12 +96,8 @@ private Q_SLOTS:
 
 int main(int argc, char *argv[])
 {
-    std::unique_ptr<PrivateBus> bus;
-    {
-        const QCoreApplication application(argc, argv);
-        bus = std::make_unique<PrivateBus>();
-    }
-    qputenv("DBUS_SESSION_BUS_ADDRESS", bus->address().toUtf8());
+    const PrivateBus bus;
+    qputenv("DBUS_SESSION_BUS_ADDRESS", bus.address().toUtf8());
     const QGuiApplication application(argc, argv);
     DesktopMenuBarTest test;
     return QTest::qExec(&test, argc, argv);

@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "Core/Location/LocationManager.h"
 #include "Core/Notifications/NotificationSettings.h"
+#include "Support/ShownItems.h"
 #include "Support/ShownWindow.h"
 #include "Support/Table.h"
 
-#include <QAccessible>
 #include <QTest>
 
 using namespace Qt::StringLiterals;
@@ -38,17 +38,11 @@ struct Scene : ShownWindow
         return enter("Ajustes");
     }
 
-    static QString nameOf(QQuickItem *item)
-    {
-        QAccessibleInterface *const accessible = QAccessible::queryAccessibleInterface(item);
-        return accessible ? accessible->text(QAccessible::Name) : QString();
-    }
-
     /// The switch, button or picker of this name, rather than the label beside it; null when there is none.
     QQuickItem *control(QAnyStringView name) const
     {
         QList<QQuickItem *> controls = itemsOf("PressableItem");
-        controls.removeIf([&](QQuickItem *item) { return nameOf(item) != name; });
+        controls.removeIf([&](QQuickItem *item) { return ShownItems::spokenName(item) != name; });
         return controls.value(0);
     }
 
@@ -213,7 +207,7 @@ private Q_SLOTS:
         for (int i = 0; i < 8; ++i) {
             scene.press(Qt::Key_Tab);
             QQuickItem *const item = scene.window().activeFocusItem();
-            order.append(Scene::nameOf(item));
+            order.append(ShownItems::spokenName(item));
             const QRectF place = item->mapRectToScene(item->boundingRect());
             QVERIFY2(QRectF(QPointF(), scene.window().size()).contains(place), qPrintable(order.last()));
         }

@@ -6,7 +6,6 @@
 
 #include <QAbstractItemModelTester>
 #include <QAccessible>
-#include <QSignalSpy>
 #include <QTest>
 
 using namespace Qt::StringLiterals;
@@ -101,16 +100,12 @@ private Q_SLOTS:
     {
         ClusterModel model;
         const QAbstractItemModelTester tester(&model, QAbstractItemModelTester::FailureReportingMode::QtTest);
-        const QSignalSpy inserted(&model, &ClusterModel::rowsInserted);
-        const QSignalSpy moved(&model, &ClusterModel::rowsMoved);
-        const QSignalSpy removed(&model, &ClusterModel::rowsRemoved);
         const auto zone = [](const QString &id, qint64 count) { return ClusterStat{id, {}, count, 1.0, 28.0, -16.5}; };
         model.setClusters({zone(u"a"_s, 3), zone(u"b"_s, 2), zone(u"c"_s, 1)});
-        model.setClusters({zone(u"c"_s, 4), zone(u"a"_s, 3), zone(u"b"_s, 2)});
-        QCOMPARE(moved.count(), 1);
+        const QPersistentModelIndex c(model.index(2));
         model.setClusters({zone(u"c"_s, 5), zone(u"d"_s, 4), zone(u"b"_s, 2)});
-        QCOMPARE(inserted.count(), 4);
-        QCOMPARE(removed.count(), 1);
+        QCOMPARE(c.row(), 0);
+        QCOMPARE(model.rowCount(), 3);
         QCOMPARE(model.index(1).data(ClusterModel::CountRole).toInt(), 4);
         QCOMPARE(model.index(1).data(ClusterModel::RankRole).toInt(), 2);
     }
