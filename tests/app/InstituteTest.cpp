@@ -1,13 +1,12 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "LocalInstitute.h"
 #include "PageGenerator.h"
-#include "Platform/Support/Instant.h"
+#include "Platform/Clock/SystemClock.h"
 #include "RunningProgram.h"
 #include "Support/Table.h"
 
 #include <SQLiteCpp/SQLiteCpp.h>
 
-#include <QFileInfo>
 #include <QProcess>
 #include <QTest>
 
@@ -16,19 +15,11 @@ using namespace Qt::StringLiterals;
 namespace {
 constexpr int patienceMs = 60'000;
 
-Instant now()
-{
-    return std::chrono::floor<std::chrono::milliseconds>(std::chrono::system_clock::now());
-}
-
 /// The stored rows, all their values, as one text, the last stored at its end; empty while there is no store.
 std::string storedRows(const QTemporaryDir &home)
 {
-    const QString path = RunningProgram::storePath(home);
-    if (!QFileInfo::exists(path))
-        return {};
     try {
-        SQLite::Database store(path.toStdString(), SQLite::OPEN_READONLY);
+        SQLite::Database store(RunningProgram::storePath(home).toStdString(), SQLite::OPEN_READONLY);
         SQLite::Statement row(store, "SELECT * FROM earthquake ORDER BY rowid");
         std::string rows;
         while (row.executeStep()) {
@@ -38,7 +29,7 @@ std::string storedRows(const QTemporaryDir &home)
         }
         return rows;
     } catch (const SQLite::Exception &) {
-        return {}; // the program is about to make it
+        return {}; // the program has not made it yet
     }
 }
 
@@ -77,7 +68,7 @@ private Q_SLOTS:
     {
         QTemporaryDir home;
         LocalInstitute institute(LocalInstitute::Certificate::trusted);
-        QList<ParsedEarthquake> rows = PageGenerator(2).swarm(1698, now(), std::chrono::days(10));
+        QList<ParsedEarthquake> rows = PageGenerator(2).swarm(1698, m_clock.now(), std::chrono::days(10));
         institute.setPage(PageGenerator::page(rows));
         {
             RunningProgram program(home);
@@ -99,7 +90,7 @@ private Q_SLOTS:
         QCOMPARE(institute.requests(), requests);
 
         setNetwork(u"up"_s);
-        rows.prepend(PageGenerator(3).swarmEvent(now()));
+        rows.prepend(PageGenerator(3).swarmEvent(m_clock.now()));
         institute.setPage(PageGenerator::page(rows));
         const RunningProgram program(home);
         QTRY_COMPARE_WITH_TIMEOUT(storedCount(home), 1699, patienceMs);
@@ -127,6 +118,9 @@ private Q_SLOTS:
         QCOMPARE(institute.requests(), 0);
         QCOMPARE(storedCount(home), 0);
     }
+
+private:
+    const SystemClock m_clock;
 };
 
 QTEST_GUILESS_MAIN(InstituteTest)

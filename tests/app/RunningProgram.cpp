@@ -42,14 +42,10 @@ QString RunningProgram::storePath(const QTemporaryDir &home)
     return home.filePath(u"data/orvalia/orvalia.sqlite"_s);
 }
 
-bool RunningProgram::waitForEnd()
+int RunningProgram::waitForEnd()
 {
-    return m_process.state() == QProcess::NotRunning || m_process.waitForFinished(patienceMs);
-}
-
-int RunningProgram::exitStatus() const
-{
-    return m_process.exitStatus() == QProcess::NormalExit ? m_process.exitCode() : -1;
+    const bool hasEnded = !isRunning() || m_process.waitForFinished(patienceMs);
+    return hasEnded && m_process.exitStatus() == QProcess::NormalExit ? m_process.exitCode() : -1;
 }
 
 void RunningProgram::killAtOnce()

@@ -20,9 +20,8 @@ public:
     static QString storePath(const QTemporaryDir &home);
 
     bool isRunning() const { return m_process.state() == QProcess::Running; }
-    /// Waits for the program to end by itself; false when it does not.
-    bool waitForEnd();
-    int exitStatus() const;
+    /// The status with which the program ends by itself; -1 when it does not, or crashes.
+    int waitForEnd();
     QByteArray standardError() { return m_process.readAllStandardError(); }
     /// SIGKILL: the program gets no chance to tidy up.
     void killAtOnce();
