@@ -31,9 +31,10 @@ private Q_SLOTS:
         const Table<QList<QPointF>, bool> row;
         row("beside", {{30, 0}}, true);
         row("mostly over it", {{4, 0}}, true);
-        row("all but over it", {{2, 0}}, false);
+        row("all but over it", {{1, 0}}, false);
         row("at its place", {{0, 0}}, false);
         row("mostly over it from both sides", {{-12, 0}, {-6, 0}}, false);
+        row("all but slivers of it hidden by two", {{10, -2}, {8, 0}}, false);
     }
 
     void aMarkShowsWhileATenthOfItIsFree()
