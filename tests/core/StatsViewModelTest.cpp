@@ -22,6 +22,7 @@ struct Event
 std::vector<Earthquake> made(const World &world, const std::vector<Event> &events)
 {
     std::vector<Earthquake> earthquakes;
+    earthquakes.reserve(events.size());
     for (const Event &event : events)
         earthquakes.emplace_back(QString::number(earthquakes.size()), moved(world.clock.now(), -event.secondsAgo),
                                  event.latitude, event.longitude, event.depth, event.magnitude, u"mbLg"_s, std::nullopt,
