@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "Platform/Text/DateFormatter.h"
 #include "Support/Table.h"
 #include "Support/TestInstant.h"
+#include "Support/UserEnvironment.h"
 #include "Support/World.h"
 #include "iOS/Shared/CalendarDays.h"
 #include "iOS/Shared/CalendarModel.h"
@@ -10,39 +10,40 @@
 #include <QAbstractItemModelTester>
 #include <QTest>
 
-using namespace std::chrono_literals;
+using namespace Qt::StringLiterals;
 
 namespace {
-/// Noon in the islands, or close to it.
-Instant noonOf(int year, unsigned month, unsigned day)
+Instant noonOf(const QByteArray &day)
 {
-    return std::chrono::sys_days{std::chrono::year{year} / std::chrono::month{month} / std::chrono::day{day}} + 12h;
+    return instant((day + "T12:00:00Z").constData());
 }
 
-QString isoDay(Instant instant)
+/// A model in Spain that shows the month of `day`.
+struct Shown
 {
-    return DateFormatter(DateFormatter::Form::pattern, QStringLiteral("yyyy-MM-dd HH:mm")).string(instant);
-}
-
-void useLocale(const char *name)
-{
-    qputenv("LC_ALL", name);
-    reloadUserLocale();
-}
-
-/// What the model shows, day by day: "[30] 31 | 1 2": other months in brackets, days out of bounds as "x".
-QString shown(const CalendarModel &model)
-{
-    QStringList days;
-    for (int row = 0; row < model.rowCount(); ++row) {
-        const auto value = [&](int role) { return model.data(model.index(row), role); };
-        QString day = value(CalendarModel::TextRole).toString();
-        if (!value(CalendarModel::EnabledRole).toBool())
-            day = QStringLiteral("x");
-        days.append(value(CalendarModel::InMonthRole).toBool() ? day : QStringLiteral("[%1]").arg(day));
+    explicit Shown(const char *day)
+    {
+        model.setSelected(dateOf(noonOf(day)));
+        model.showSelected();
     }
-    return days.join(u' ');
-}
+
+    /// Day by day, "[30] 31 | 1 2": other months in brackets, days out of bounds as "x".
+    QString days() const
+    {
+        QStringList days;
+        for (int row = 0; row < model.rowCount(); ++row) {
+            const auto value = [&](int role) { return model.data(model.index(row), role); };
+            const QString day =
+                value(CalendarModel::EnabledRole).toBool() ? value(CalendarModel::TextRole).toString() : u"x"_s;
+            days.append(value(CalendarModel::InMonthRole).toBool() ? day : u"[%1]"_s.arg(day));
+        }
+        return days.join(u' ');
+    }
+
+    UserEnvironment user{"es_ES.UTF-8", "Atlantic/Canary"};
+    World world;
+    CalendarModel model;
+};
 }
 
 class CalendarTest : public QObject
@@ -50,161 +51,114 @@ class CalendarTest : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void cleanup() { useLocale("C.UTF-8"); }
-
-    void daysAreCountedAcrossChangesOfTheClock_data()
+    void daysAndMonthsAreCounted_data()
     {
-        Table<int, int, int, QString> row;
-        // In the islands the clock of 2025 changes on 30 March and 26 October.
-        row("into summer", 3, 29, 2, "2025-03-31 00:00");
-        row("back out of summer", 3, 31, -2, "2025-03-29 00:00");
-        row("into winter", 10, 25, 2, "2025-10-27 00:00");
-        row("over a year's end", 12, 30, 3, "2026-01-02 00:00");
+        Table<QByteArray, int, int, QString> row;
+        // In the islands the clock of 2025 changes on 30 March and 26 October; the day begins an hour earlier in
+        // summer.
+        row("into summer", "2025-03-29", 0, 2, "2025-03-30T23:00:00Z");
+        row("back out of summer", "2025-03-31", 0, -2, "2025-03-29T00:00:00Z");
+        row("into winter", "2025-10-25", 0, 2, "2025-10-27T00:00:00Z");
+        row("over a year's end", "2025-12-30", 0, 3, "2026-01-02T00:00:00Z");
+        row("31 January to February", "2025-01-31", 1, 0, "2025-02-28T00:00:00Z");
+        row("31 January to a leap year's February", "2025-01-31", 37, 0, "2028-02-29T00:00:00Z");
+        row("15 January back", "2025-01-15", -1, 0, "2024-12-15T00:00:00Z");
+        row("31 January back to November", "2025-01-31", -2, 0, "2024-11-30T00:00:00Z");
     }
 
-    void daysAreCountedAcrossChangesOfTheClock()
+    void daysAndMonthsAreCounted()
     {
-        const auto [month, day, days, result] = Table<int, int, int, QString>::current();
-        QCOMPARE(isoDay(CalendarDays::moved(noonOf(2025, unsigned(month), unsigned(day)), days)), result);
-    }
-
-    void monthsKeepTheDayWhereTheyCan_data()
-    {
-        Table<int, int, QString> row;
-        row("31 January to February", 31, 1, "2025-02-28 00:00");
-        row("31 January to a leap year's February", 31, 37, "2028-02-29 00:00");
-        row("15 January back", 15, -1, "2024-12-15 00:00");
-        row("31 January back to November", 31, -2, "2024-11-30 00:00");
-    }
-
-    void monthsKeepTheDayWhereTheyCan()
-    {
-        const auto [day, months, result] = Table<int, int, QString>::current();
-        QCOMPARE(isoDay(CalendarDays::movedByMonths(noonOf(2025, 1, unsigned(day)), months)), result);
-    }
-
-    void weeksBeginByTheLocale_data()
-    {
-        Table<QByteArray, int> row;
-        // 22 November 2026 is a Sunday.
-        row("Spain, Monday", "es_ES.UTF-8", 6);
-        row("United States, Sunday", "en_US.UTF-8", 0);
-        row("Egypt, Saturday", "ar_EG.UTF-8", 1);
+        const auto [day, months, days, result] = Table<QByteArray, int, int, QString>::current();
+        QCOMPARE(isoText(CalendarDays::moved(CalendarDays::movedByMonths(noonOf(day), months), days)), result);
     }
 
     void weeksBeginByTheLocale()
     {
-        const auto [locale, place] = Table<QByteArray, int>::current();
-        useLocale(locale.constData());
-        QCOMPARE(CalendarDays::placeInWeek(noonOf(2026, 11, 22)), place);
+        // A Sunday: in Egypt the second day of the week.
+        for (const auto &[locale, place] : {std::pair("es_ES.UTF-8", 6), {"en_US.UTF-8", 0}, {"ar_EG.UTF-8", 1}}) {
+            const UserEnvironment user(locale, "Atlantic/Canary");
+            QCOMPARE(CalendarDays::placeInWeek(noonOf("2026-11-22")), place);
+        }
     }
 
-    void typedDaysAreReadInTheLocalesOrder_data()
+    void aMonthShowsWholeWeeksAndTheCursorMovesThroughThem()
     {
-        Table<QByteArray, QString, QString> row;
-        row("Spain", "es_ES.UTF-8", "3/9/2021", "2021-09-03 00:00");
-        row("United States", "en_US.UTF-8", "3/9/2021", "2021-03-09 00:00");
-        row("Sweden", "sv_SE.UTF-8", "2021-09-03", "2021-09-03 00:00");
-        row("year first anywhere", "en_US.UTF-8", "2021-09-03", "2021-09-03 00:00");
-        row("this century", "es_ES.UTF-8", "3.9.21", "2021-09-03 00:00");
-        row("leap day", "es_ES.UTF-8", "29/2/2024", "2024-02-29 00:00");
-        row("no leap day", "es_ES.UTF-8", "29/2/2023", "");
-        row("day nought", "es_ES.UTF-8", "0/1/2023", "");
-        row("two parts", "es_ES.UTF-8", "1/2", "");
-        row("four parts", "es_ES.UTF-8", "1/2/2023 4", "");
-        row("three digits of a year", "es_ES.UTF-8", "1/2/202", "");
-        row("no number", "es_ES.UTF-8", "hoy", "");
-    }
-
-    void typedDaysAreReadInTheLocalesOrder()
-    {
-        const auto [locale, typed, result] = Table<QByteArray, QString, QString>::current();
-        World world;
-        useLocale(locale.constData());
-        const auto day = CalendarDays::parsed(typed);
-        useLocale("C.UTF-8");
-        QCOMPARE(day ? isoDay(*day) : QString(), result);
-    }
-
-    void aMonthShowsWholeWeeks()
-    {
-        World world;
-        useLocale("es_ES.UTF-8");
-        CalendarModel model;
+        Shown shown("2021-09-19");
+        CalendarModel &model = shown.model;
         const QAbstractItemModelTester tester(&model, QAbstractItemModelTester::FailureReportingMode::QtTest);
-        model.setSelected(dateOf(noonOf(2021, 9, 19)));
-        model.showSelected();
-        QCOMPARE(model.title(), QStringLiteral("Septiembre 2021"));
-        QCOMPARE(model.selectedText(), QStringLiteral("19 sept 2021"));
-        QCOMPARE(shown(model),
-                 QStringLiteral("[30] [31] 1 2 3 4 5 6 7 8 9 10 11 12 13 14 15 16 17 18 19 20 21 22 23 24 25 26 27 28 "
-                                "29 30 [1] [2] [3]"));
+        QCOMPARE(model.title(), u"Septiembre 2021"_s);
+        QCOMPARE(model.selectedText(), u"19 sept 2021"_s);
+        QCOMPARE(shown.days(),
+                 u"[30] [31] 1 2 3 4 5 6 7 8 9 10 11 12 13 14 15 16 17 18 19 20 21 22 23 24 25 26 27 28 "
+                 "29 30 [1] [2] [3]"_s);
         QCOMPARE(model.cursorRow(), 20);
-    }
-
-    void boundsHoldToTheDay()
-    {
-        World world;
-        useLocale("es_ES.UTF-8");
-        CalendarModel model;
-        model.setSelected(dateOf(noonOf(2021, 2, 10)));
-        model.setMinimum(dateOf(noonOf(2021, 2, 3)));
-        model.setMaximum(dateOf(noonOf(2021, 2, 12)));
-        model.showSelected();
-        QCOMPARE(shown(model), QStringLiteral("x x 3 4 5 6 7 8 9 10 11 12 x x x x x x x x x x x x x x x x"));
-        QVERIFY(!model.moment(1).isValid());
-        QVERIFY(!model.moment(12).isValid());
-        QVERIFY(!model.moment(-1).isValid());
-        model.moveByDays(-30);
-        QCOMPARE(model.cursorRow(), 2);
-        model.moveByMonths(4);
-        QCOMPARE(model.cursorRow(), 11);
-        QVERIFY(!model.momentOf(QStringLiteral("13/2/2021")).isValid());
-        QVERIFY(model.momentOf(QStringLiteral("12/2/2021")).isValid());
-    }
-
-    void anotherDayKeepsTheTimeOfDay_data()
-    {
-        Table<QByteArray, QString, QString> row;
-        // Bounds: 5 March 2025, 10:00:00.500, to 26 October 2026, 20:00.
-        row("to the millisecond", "2025-05-01T13:07:09.123Z", "2025-06-30", "2025-06-30T13:07:09.123Z");
-        row("summer to winter", "2025-05-01T13:07:09Z", "2025-12-01", "2025-12-01T14:07:09Z");
-        row("time that the clock skips", "2025-05-01T00:30:00Z", "2025-03-30", "2025-03-30T01:00:00Z");
-        row("time that strikes twice", "2025-05-01T00:30:00Z", "2025-10-26", "2025-10-26T00:30:00Z");
-        row("too early on the first day", "2025-05-01T08:00:00Z", "2025-03-05", "2025-03-05T10:00:00.500Z");
-        row("too late on the last day", "2025-05-01T21:00:00Z", "2026-10-26", "2026-10-26T20:00:00Z");
-        row("before the first day", "2025-05-01T21:00:00Z", "2025-03-04", "");
-        row("after the last day", "2025-05-01T08:00:00Z", "2026-10-27", "");
-    }
-
-    void anotherDayKeepsTheTimeOfDay()
-    {
-        const auto [selected, typed, expected] = Table<QByteArray, QString, QString>::current();
-        World world;
-        CalendarModel model;
-        model.setMinimum(dateOf(instant("2025-03-05T10:00:00.500Z")));
-        model.setMaximum(dateOf(instant("2026-10-26T20:00:00Z")));
-        model.setSelected(dateOf(instant(selected.constData())));
-        const QDateTime moment = model.momentOf(typed);
-        QCOMPARE(moment.isValid() ? isoText(instantOf(moment)) : QString(), expected);
-    }
-
-    void theCursorMovesByDayWeekAndMonth()
-    {
-        World world;
-        useLocale("es_ES.UTF-8");
-        CalendarModel model;
-        model.setSelected(dateOf(noonOf(2021, 9, 16)));
-        model.showSelected();
         model.moveToWeekStart();
         QCOMPARE(model.cursorRow(), 14);
         model.moveToWeekEnd();
         QCOMPARE(model.cursorRow(), 20);
         model.moveByDays(12);
-        QCOMPARE(model.title(), QStringLiteral("Octubre 2021"));
+        QCOMPARE(model.title(), u"Octubre 2021"_s);
         QCOMPARE(model.cursorRow(), 4);
         model.moveByMonths(-2);
-        QCOMPARE(model.title(), QStringLiteral("Agosto 2021"));
+        QCOMPARE(model.title(), u"Agosto 2021"_s);
+    }
+
+    void boundsHoldToTheDay()
+    {
+        Shown shown("2021-02-10");
+        CalendarModel &model = shown.model;
+        model.setMinimum(dateOf(noonOf("2021-02-03")));
+        model.setMaximum(dateOf(noonOf("2021-02-12")));
+        QCOMPARE(shown.days(), u"x x 3 4 5 6 7 8 9 10 11 12 x x x x x x x x x x x x x x x x"_s);
+        for (const int outside : {-1, 1, 12})
+            QVERIFY(!model.moment(outside).isValid());
+        model.moveByDays(-30);
+        QCOMPARE(model.cursorRow(), 2);
+        model.moveByMonths(4);
+        QCOMPARE(model.cursorRow(), 11);
+    }
+
+    void typedDaysAreReadInTheLocalesOrderAndKeepTheTimeOfDay_data()
+    {
+        Table<QByteArray, QByteArray, QString, QString> row;
+        const auto typed = [&row](const char *name, const char *locale, const char *text, const char *moment) {
+            row(name, locale, "2025-01-01T12:00:00Z", text, moment);
+        };
+        typed("Spain", "es_ES.UTF-8", "3/11/2021", "2021-11-03T12:00:00Z");
+        typed("United States", "en_US.UTF-8", "3/11/2021", "2021-03-11T12:00:00Z");
+        typed("year first anywhere", "en_US.UTF-8", "2021-11-03", "2021-11-03T12:00:00Z");
+        typed("this century", "es_ES.UTF-8", "3.11.21", "2021-11-03T12:00:00Z");
+        typed("leap day", "es_ES.UTF-8", "29/2/2024", "2024-02-29T12:00:00Z");
+        typed("no leap day", "es_ES.UTF-8", "29/2/2023", "");
+        typed("day nought", "es_ES.UTF-8", "0/1/2023", "");
+        typed("two parts", "es_ES.UTF-8", "1/2", "");
+        typed("four parts", "es_ES.UTF-8", "1/2/2023 4", "");
+        typed("three digits of a year", "es_ES.UTF-8", "1/2/202", "");
+        const auto chosen = [&row](const char *name, const char *selected, const char *day, const char *moment) {
+            row(name, "C.UTF-8", selected, day, moment);
+        };
+        // Bounds: 5 March 2021, 10:00:00.500, to 26 October 2026, 20:00.
+        chosen("to the millisecond", "2025-05-01T13:07:09.123Z", "2025-06-30", "2025-06-30T13:07:09.123Z");
+        chosen("summer to winter", "2025-05-01T13:07:09Z", "2025-12-01", "2025-12-01T14:07:09Z");
+        chosen("time that the clock skips", "2025-05-01T00:30:00Z", "2025-03-30", "2025-03-30T01:00:00Z");
+        chosen("time that strikes twice", "2025-05-01T00:30:00Z", "2025-10-26", "2025-10-26T00:30:00Z");
+        chosen("too early on the first day", "2025-05-01T08:00:00Z", "2021-03-05", "2021-03-05T10:00:00.500Z");
+        chosen("too late on the last day", "2025-05-01T21:00:00Z", "2026-10-26", "2026-10-26T20:00:00Z");
+        chosen("before the first day", "2025-05-01T21:00:00Z", "2021-03-04", "");
+        chosen("after the last day", "2025-05-01T08:00:00Z", "2026-10-27", "");
+    }
+
+    void typedDaysAreReadInTheLocalesOrderAndKeepTheTimeOfDay()
+    {
+        const auto [locale, selected, typed, expected] = Table<QByteArray, QByteArray, QString, QString>::current();
+        const UserEnvironment user(locale, "Atlantic/Canary");
+        World world;
+        CalendarModel model;
+        model.setMinimum(dateOf(instant("2021-03-05T10:00:00.500Z")));
+        model.setMaximum(dateOf(instant("2026-10-26T20:00:00Z")));
+        model.setSelected(dateOf(instant(selected.constData())));
+        const QDateTime moment = model.momentOf(typed);
+        QCOMPARE(moment.isValid() ? isoText(instantOf(moment)) : QString(), expected);
     }
 };
 
