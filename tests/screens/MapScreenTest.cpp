@@ -10,6 +10,7 @@
 #include <QSignalSpy>
 #include <QTest>
 
+using namespace Qt::StringLiterals;
 using namespace std::chrono_literals;
 
 namespace {
@@ -23,9 +24,9 @@ struct Fixture
 
     Fixture()
     {
-        store(QStringLiteral("1"), 1h, 2.5);
-        store(QStringLiteral("2"), 24h, 4.1);
-        store(QStringLiteral("3"), 240h, 3.9);
+        store(u"1"_s, 1h, 2.5);
+        store(u"2"_s, 24h, 4.1);
+        store(u"3"_s, 240h, 3.9);
         screen.setProperty("container", QVariant::fromValue(&container));
         screen.setProperty("repository", QVariant::fromValue(&repository));
         screen.componentComplete();
@@ -72,113 +73,64 @@ private Q_SLOTS:
         const auto latest = f.screen.markers()->latest();
         QCOMPARE(latest ? latest->eventID() : QString(), f.shown().section(u' ', 0, 0));
         f.screen.resetFilters();
-        QCOMPARE(f.shown(), QStringLiteral("1 2 3"));
+        QCOMPARE(f.shown(), u"1 2 3"_s);
     }
 
-    void eventsLeaveTheMapAsTimePasses()
+    void eventsComeAsTheyAreStoredAndLeaveWithTheNextRedraw()
     {
         Fixture f;
         f.screen.setSelectedDateFilter(DateFilter::last24h);
-        QCOMPARE(f.shown(), QStringLiteral("1 2"));
-        f.world.clock.advance(60s);
-        QCOMPARE(f.shown(), QStringLiteral("1"));
-    }
-
-    /// Not the minute alone: whatever is drawn anew finds the cut-off where it is by then.
-    void everyRedrawMovesTheCutoff_data()
-    {
-        QTest::addColumn<bool>("byCountdown");
-        QTest::newRow("a selection") << false;
-        QTest::newRow("a second of the countdown") << true;
-    }
-
-    void everyRedrawMovesTheCutoff()
-    {
-        QFETCH(bool, byCountdown);
-        Fixture f;
-        f.screen.setSelectedDateFilter(DateFilter::last24h);
-        if (byCountdown)
-            f.repository.refresh(true);
-        f.world.settle();
-        QCOMPARE(f.shown(), QStringLiteral("1 2"));
+        f.store(u"4"_s, 24h - 90s, 2);
+        QCOMPARE(f.shown(), u"1 4 2"_s);
+        f.world.clock.advance(59s);
+        QCOMPARE(f.shown(), u"1 4 2"_s);
         f.world.clock.advance(1s);
-        f.world.settle();
-        if (!byCountdown) {
-            QCOMPARE(f.shown(), QStringLiteral("1 2"));
-            f.screen.toggle(f.event(0));
-        }
-        QCOMPARE(f.shown(), QStringLiteral("1"));
+        QCOMPARE(f.shown(), u"1 4"_s);
+        // Not the minute alone: whatever is drawn anew finds the cut-off where it is by then.
+        f.world.clock.advance(31s);
+        QCOMPARE(f.shown(), u"1 4"_s);
+        f.screen.toggle(f.event(0));
+        QCOMPARE(f.shown(), u"1"_s);
     }
 
-    void newEventsComeOntoTheMap()
+    void theCalloutIsThatOfTheLastTap()
     {
         Fixture f;
-        f.store(QStringLiteral("4"), 1min, 2);
-        QCOMPARE(f.shown(), QStringLiteral("4 1 2 3"));
-    }
-
-    void aFilteredSelectionKeepsItsCallout()
-    {
-        Fixture f;
+        QSignalSpy detail(&f.screen, &MapScreen::detailRequested);
+        f.screen.toggle(f.event(0));
         f.screen.toggle(f.event(1));
+        QCOMPARE(f.screen.markers()->selected()->eventID(), u"2"_s);
         f.screen.setSelectedFilter(MagnitudeFilter::major);
-        QCOMPARE(f.shown(), QString());
-        QVERIFY(f.screen.hasCallout());
-        QCOMPARE(f.screen.magnitude(), 4.1);
+        QVERIFY2(f.shown().isEmpty() && f.screen.hasCallout(), "a filter takes no callout away");
+        f.screen.viewDetail();
+        QCOMPARE(detail.count(), 1);
         f.screen.dismissCallout();
         QVERIFY(!f.screen.hasCallout());
         QVERIFY(!f.screen.markers()->selected());
-    }
-
-    void tappingMovesAndEndsTheSelection()
-    {
-        Fixture f;
-        f.screen.toggle(f.event(0));
-        f.screen.toggle(f.event(1));
-        QCOMPARE(f.screen.markers()->selected()->eventID(), QStringLiteral("2"));
-        f.screen.toggle(f.event(1));
-        QVERIFY(!f.screen.hasCallout());
-    }
-
-    /// 2025-01-01 00:00 is the fake clock's beginning.
-    void theCalloutTellsTheEvent()
-    {
-        Fixture f;
-        f.screen.toggle(f.event(0));
-        QCOMPARE(f.screen.location(), QStringLiteral("SW HIERRO"));
-        QCOMPARE(f.screen.dateText(), QStringLiteral("Dec 31, 2024, 11:00\u202FPM UTC"));
-        QCOMPARE(f.screen.depthText(), QStringLiteral("10 km"));
-        QCOMPARE(f.screen.magnitudeType(), QStringLiteral("mbLg"));
-        QSignalSpy detail(&f.screen, &MapScreen::detailRequested);
+        // It says the same while it slides out, and opens nothing any more.
+        QCOMPARE(f.screen.magnitude(), 4.1);
         f.screen.viewDetail();
         QCOMPARE(detail.count(), 1);
-        QVERIFY(f.screen.hasCallout());
-    }
-
-    /// It says the same while it slides out.
-    void aClosedCalloutKeepsItsTexts()
-    {
-        Fixture f;
-        f.screen.toggle(f.event(1));
-        f.screen.dismissCallout();
-        QCOMPARE(f.screen.magnitude(), 4.1);
-        QSignalSpy detail(&f.screen, &MapScreen::detailRequested);
-        f.screen.viewDetail();
-        QCOMPARE(detail.count(), 0);
+        f.screen.resetFilters();
+        for (const bool isSelected : {true, false}) {
+            f.screen.toggle(f.event(1));
+            QCOMPARE(f.screen.hasCallout(), isSelected);
+        }
     }
 
     void onlyTheScreenOnShowAnswersTheMenu()
     {
         Fixture f;
-        f.world.notificationCenter.post(NotificationName::openFilter);
-        QVERIFY(!f.screen.property("showFilterPopover").toBool());
+        const auto answers = [&f] {
+            f.screen.setProperty("showFilterPopover", false);
+            f.world.notificationCenter.post(NotificationName::openFilter);
+            return f.screen.property("showFilterPopover").toBool();
+        };
+        QVERIFY(!answers());
         f.screen.appear();
-        f.world.notificationCenter.post(NotificationName::openFilter);
-        QVERIFY(f.screen.property("showFilterPopover").toBool());
-        f.screen.setProperty("showFilterPopover", false);
+        QVERIFY(answers());
         f.screen.disappear();
-        f.world.notificationCenter.post(NotificationName::openFilter);
-        QVERIFY(!f.screen.property("showFilterPopover").toBool());
+        QVERIFY(!answers());
     }
 };
 
