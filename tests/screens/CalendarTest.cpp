@@ -121,31 +121,26 @@ private Q_SLOTS:
     void typedDaysAreReadInTheLocalesOrderAndKeepTheTimeOfDay_data()
     {
         Table<QByteArray, QByteArray, QString, QString> row;
-        const auto typed = [&row](const char *name, const char *locale, const char *text, const char *moment) {
-            row(name, locale, "2025-01-01T12:00:00Z", text, moment);
-        };
-        typed("Spain", "es_ES.UTF-8", "3/11/2021", "2021-11-03T12:00:00Z");
-        typed("United States", "en_US.UTF-8", "3/11/2021", "2021-03-11T12:00:00Z");
-        typed("year first anywhere", "en_US.UTF-8", "2021-11-03", "2021-11-03T12:00:00Z");
-        typed("this century", "es_ES.UTF-8", "3.11.21", "2021-11-03T12:00:00Z");
-        typed("leap day", "es_ES.UTF-8", "29/2/2024", "2024-02-29T12:00:00Z");
-        typed("no leap day", "es_ES.UTF-8", "29/2/2023", "");
-        typed("day nought", "es_ES.UTF-8", "0/1/2023", "");
-        typed("two parts", "es_ES.UTF-8", "1/2", "");
-        typed("four parts", "es_ES.UTF-8", "1/2/2023 4", "");
-        typed("three digits of a year", "es_ES.UTF-8", "1/2/202", "");
-        const auto chosen = [&row](const char *name, const char *selected, const char *day, const char *moment) {
-            row(name, "C.UTF-8", selected, day, moment);
-        };
+        const QByteArray noon("2025-01-01T12:00:00Z");
+        row("Spain", "es_ES.UTF-8", noon, "3/11/2021", "2021-11-03T12:00:00Z");
+        row("United States", "en_US.UTF-8", noon, "3/11/2021", "2021-03-11T12:00:00Z");
+        row("year first anywhere", "en_US.UTF-8", noon, "2021-11-03", "2021-11-03T12:00:00Z");
+        row("this century", "es_ES.UTF-8", noon, "3.11.21", "2021-11-03T12:00:00Z");
+        row("leap day", "es_ES.UTF-8", noon, "29/2/2024", "2024-02-29T12:00:00Z");
+        row("no leap day", "es_ES.UTF-8", noon, "29/2/2023", "");
+        row("day nought", "es_ES.UTF-8", noon, "0/1/2023", "");
+        row("two parts", "es_ES.UTF-8", noon, "1/2", "");
+        row("four parts", "es_ES.UTF-8", noon, "1/2/2023 4", "");
+        row("three digits of a year", "es_ES.UTF-8", noon, "1/2/202", "");
         // Bounds: 5 March 2021, 10:00:00.500, to 26 October 2026, 20:00.
-        chosen("to the millisecond", "2025-05-01T13:07:09.123Z", "2025-06-30", "2025-06-30T13:07:09.123Z");
-        chosen("summer to winter", "2025-05-01T13:07:09Z", "2025-12-01", "2025-12-01T14:07:09Z");
-        chosen("time that the clock skips", "2025-05-01T00:30:00Z", "2025-03-30", "2025-03-30T01:00:00Z");
-        chosen("time that strikes twice", "2025-05-01T00:30:00Z", "2025-10-26", "2025-10-26T00:30:00Z");
-        chosen("too early on the first day", "2025-05-01T08:00:00Z", "2021-03-05", "2021-03-05T10:00:00.500Z");
-        chosen("too late on the last day", "2025-05-01T21:00:00Z", "2026-10-26", "2026-10-26T20:00:00Z");
-        chosen("before the first day", "2025-05-01T21:00:00Z", "2021-03-04", "");
-        chosen("after the last day", "2025-05-01T08:00:00Z", "2026-10-27", "");
+        row("to the millisecond", "C.UTF-8", "2025-05-01T13:07:09.123Z", "2025-06-30", "2025-06-30T13:07:09.123Z");
+        row("summer to winter", "C.UTF-8", "2025-05-01T13:07:09Z", "2025-12-01", "2025-12-01T14:07:09Z");
+        row("time that the clock skips", "C.UTF-8", "2025-05-01T00:30:00Z", "2025-03-30", "2025-03-30T01:00:00Z");
+        row("time that strikes twice", "C.UTF-8", "2025-05-01T00:30:00Z", "2025-10-26", "2025-10-26T00:30:00Z");
+        row("too early on the first day", "C.UTF-8", "2025-05-01T08:00:00Z", "2021-03-05", "2021-03-05T10:00:00.500Z");
+        row("too late on the last day", "C.UTF-8", "2025-05-01T21:00:00Z", "2026-10-26", "2026-10-26T20:00:00Z");
+        row("before the first day", "C.UTF-8", "2025-05-01T21:00:00Z", "2021-03-04", "");
+        row("after the last day", "C.UTF-8", "2025-05-01T08:00:00Z", "2026-10-27", "");
     }
 
     void typedDaysAreReadInTheLocalesOrderAndKeepTheTimeOfDay()

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+#include "Support/ShownItems.h"
 #include "Support/ShownWindow.h"
 #include "Support/Table.h"
 #include "iOS/Shared/PickerModel.h"
@@ -14,6 +15,63 @@
 #include <algorithm>
 #include <memory>
 
+using namespace Qt::StringLiterals;
+
+namespace {
+/// A control alone in a window. What QML warns of fails the test.
+struct Shown
+{
+    explicit Shown(const QByteArray &control)
+    {
+        engine.addImportPath(u"qrc:/qt/qml"_s);
+        QObject::connect(&engine, &QQmlEngine::warnings, [](const QList<QQmlError> &warnings) {
+            for (const QQmlError &warning : warnings)
+                QTest::qFail(qPrintable(warning.toString()), __FILE__, __LINE__);
+        });
+        engine.rootContext()->setContextProperty(u"testChoices"_s, &choices);
+        QQmlComponent component(&engine);
+        component.setData("import QtQuick\nimport QtQuick.Controls.Basic as Basic\nimport orvalia.Gallery\n"
+                          "import orvalia.Shared\n"
+                          "Basic.ApplicationWindow { width: 600; height: 500; visible: true; "
+                              + control + "}",
+                          QUrl(u"qrc:/test.qml"_s));
+        window.reset(qobject_cast<QQuickWindow *>(component.create()));
+        if (!window || !QTest::qWaitForWindowActive(window.get()))
+            qFatal("%s", qPrintable(component.errorString()));
+        item = window->property("contentItem").value<QQuickItem *>()->childItems().constFirst();
+    }
+
+    QQuickItem *child(int index) const { return item->childItems().at(index); }
+    /// What of the control is of this class of C++.
+    QObject *part(const char *className) const
+    {
+        const QObjectList objects = item->findChildren<QObject *>();
+        return *std::ranges::find_if(objects, [&](QObject *object) { return object->inherits(className); });
+    }
+    /// Opens a popup; false when it does not open.
+    static bool opens(QObject *popup)
+    {
+        return QMetaObject::invokeMethod(popup, "open")
+            && QTest::qWaitFor([&] { return popup->property("opened").toBool(); });
+    }
+    void press(std::initializer_list<Qt::Key> keys) const
+    {
+        for (const Qt::Key key : keys)
+            QTest::keyClick(window.get(), key);
+    }
+    void click(const QQuickItem *at) const
+    {
+        QTest::mouseClick(window.get(), Qt::LeftButton, {}, ShownItems::middle(at));
+    }
+
+    World world;
+    PickerModel choices{{{u"50 km"_s}, {u"100 km"_s}, {u"200 km"_s}}, nullptr};
+    QQmlEngine engine;
+    std::unique_ptr<QQuickWindow> window;
+    QQuickItem *item = nullptr;
+};
+}
+
 /// The shared controls in a window, driven as their user drives them.
 class ControlsTest : public QObject
 {
@@ -22,36 +80,6 @@ class ControlsTest : public QObject
 private Q_SLOTS:
     // Qt tells some roles and names otherwise while nobody listens.
     void initTestCase() { QAccessible::setActive(true); }
-
-    void init()
-    {
-        m_world = std::make_unique<World>();
-        m_engine = std::make_unique<QQmlEngine>();
-        m_engine->addImportPath(QStringLiteral("qrc:/qt/qml"));
-        connect(m_engine.get(), &QQmlEngine::warnings, this, [](const QList<QQmlError> &warnings) {
-            for (const QQmlError &warning : warnings)
-                QTest::qFail(qPrintable(warning.toString()), __FILE__, __LINE__);
-        });
-        m_choices = std::make_unique<PickerModel>(
-            QList<PickerChoice>{{QStringLiteral("50 km")}, {QStringLiteral("100 km")}, {QStringLiteral("200 km")}},
-            nullptr);
-        m_engine->rootContext()->setContextProperty(QStringLiteral("testChoices"), m_choices.get());
-        QQmlComponent window(m_engine.get());
-        window.setData("import QtQuick.Controls.Basic\nApplicationWindow { width: 600; height: 500; visible: true }",
-                       {});
-        m_view.reset(qobject_cast<QQuickWindow *>(window.create()));
-        QVERIFY2(m_view, qPrintable(window.errorString()));
-        QVERIFY(QTest::qWaitForWindowActive(m_view.get()));
-    }
-
-    void cleanup()
-    {
-        m_item.reset();
-        m_view.reset();
-        m_engine.reset();
-        m_choices.reset();
-        m_world.reset();
-    }
 
     void everyWayToPressPressesOnce_data()
     {
@@ -66,21 +94,21 @@ private Q_SLOTS:
     void everyWayToPressPressesOnce()
     {
         const auto [control] = Table<QByteArray>::current();
-        QQuickItem *item = show(control);
-        QSignalSpy clicked(item, SIGNAL(clicked()));
-        click(item);
+        Shown shown(control);
+        QSignalSpy clicked(shown.item, SIGNAL(clicked()));
+        shown.click(shown.item);
         QCOMPARE(clicked.count(), 1);
-        QTest::keyClick(m_view.get(), Qt::Key_Space);
+        shown.press({Qt::Key_Space});
         QCOMPARE(clicked.count(), 2);
-        QTest::keyClick(m_view.get(), Qt::Key_Return);
+        shown.press({Qt::Key_Return});
         QCOMPARE(clicked.count(), 3);
-        QAccessibleInterface *accessible = QAccessible::queryAccessibleInterface(item);
-        QCOMPARE(accessible->text(QAccessible::Name), QStringLiteral("A"));
-        accessible->actionInterface()->doAction(QAccessibleActionInterface::pressAction());
+        QAccessibleInterface *reader = QAccessible::queryAccessibleInterface(shown.item);
+        QCOMPARE(reader->text(QAccessible::Name), u"A"_s);
+        reader->actionInterface()->doAction(QAccessibleActionInterface::pressAction());
         QCOMPARE(clicked.count(), 4);
-        item->setEnabled(false);
-        click(item);
-        accessible->actionInterface()->doAction(QAccessibleActionInterface::pressAction());
+        shown.item->setEnabled(false);
+        shown.click(shown.item);
+        reader->actionInterface()->doAction(QAccessibleActionInterface::pressAction());
         QCOMPARE(clicked.count(), 4);
     }
 
@@ -113,7 +141,8 @@ private Q_SLOTS:
     void aReaderHearsWhatAControlIs()
     {
         const auto [role, name, expected] = Table<QAccessible::Role, QString, QByteArray>::current();
-        const QAccessibleInterface *reader = QAccessible::queryAccessibleInterface(show(QTest::currentDataTag()));
+        Shown shown(QTest::currentDataTag());
+        const QAccessibleInterface *reader = QAccessible::queryAccessibleInterface(shown.item);
         QCOMPARE(reader->role(), role);
         QCOMPARE(reader->text(QAccessible::Name), name);
         const QAccessible::State state = reader->state();
@@ -130,375 +159,192 @@ private Q_SLOTS:
 
     void aPressCountsWhereItIsLetGo()
     {
-        QQuickItem *row = show("Row { BorderedButton { text: 'A' } BorderedButton { text: 'B' } }");
-        QQuickItem *button = row->childItems().at(0);
+        Shown shown("Row { BorderedButton { text: 'A' } BorderedButton { text: 'B' } }");
+        QQuickWindow *window = shown.window.get();
+        QQuickItem *button = shown.child(0);
         QSignalSpy clicked(button, SIGNAL(clicked()));
-        const QPoint inside = middleOf(button);
+        const QPoint inside = ShownItems::middle(button);
+        const QPoint outside = inside + QPoint(0, 100);
         const auto isPressed = [&] { return button->property("pressed").toBool(); };
-        QTest::mousePress(m_view.get(), Qt::LeftButton, {}, inside);
+        QTest::mousePress(window, Qt::LeftButton, {}, inside);
         QVERIFY(isPressed());
-        QTest::mouseMove(m_view.get(), inside + QPoint(0, 100));
+        QTest::mouseMove(window, outside);
         QVERIFY(!isPressed());
-        QTest::mouseRelease(m_view.get(), Qt::LeftButton, {}, inside + QPoint(0, 100));
-        QTest::keyPress(m_view.get(), Qt::Key_Space);
+        QTest::mouseRelease(window, Qt::LeftButton, {}, outside);
+        QTest::keyPress(window, Qt::Key_Space);
         QVERIFY(isPressed());
-        QTest::keyClick(m_view.get(), Qt::Key_Tab);
+        shown.press({Qt::Key_Tab});
         QVERIFY(!isPressed());
-        QTest::keyRelease(m_view.get(), Qt::Key_Space);
-        QTest::mousePress(m_view.get(), Qt::LeftButton, {}, inside);
+        QTest::keyRelease(window, Qt::Key_Space);
+        QTest::mousePress(window, Qt::LeftButton, {}, inside);
         button->setEnabled(false);
-        QTest::mouseRelease(m_view.get(), Qt::LeftButton, {}, inside);
+        QTest::mouseRelease(window, Qt::LeftButton, {}, inside);
         QCOMPARE(clicked.count(), 0);
         button->setEnabled(true);
-        QTest::mouseDClick(m_view.get(), Qt::LeftButton, {}, inside);
+        QTest::mouseDClick(window, Qt::LeftButton, {}, inside);
         QCOMPARE(clicked.count(), 2);
     }
 
     void onlyTheKeyboardShowsTheFocusRing()
     {
-        QQuickItem *row = show("Row { BorderedButton { text: 'A' } BorderedButton { text: 'B' } }");
-        QQuickItem *first = row->childItems().at(0);
-        QQuickItem *second = row->childItems().at(1);
-        const auto hasRing = [](const QQuickItem *button) {
-            const auto children = button->findChildren<QQuickItem *>();
-            return std::any_of(children.begin(), children.end(), [](const QQuickItem *child) {
-                return child->property("around").isValid() && child->isVisible() && child->opacity() > 0.9;
+        Shown shown("Row { BorderedButton { text: 'A' } BorderedButton { text: 'B' } }");
+        const auto hasRing = [&](int button) {
+            return std::ranges::any_of(shown.child(button)->findChildren<QQuickItem *>(), [](QQuickItem *part) {
+                return part->property("around").isValid() && part->isVisible() && part->opacity() > 0.9;
             });
         };
-        click(first);
-        QVERIFY(first->hasActiveFocus());
-        QVERIFY(!hasRing(first));
-        QTest::keyClick(m_view.get(), Qt::Key_Tab);
-        QVERIFY(second->hasActiveFocus());
-        QTRY_VERIFY(hasRing(second));
-        QVERIFY(!hasRing(first));
-        // The window goes to the back and comes again.
-        QFocusEvent away(QEvent::FocusOut, Qt::ActiveWindowFocusReason);
-        QCoreApplication::sendEvent(m_view.get(), &away);
-        QTRY_VERIFY(!hasRing(second));
-        QFocusEvent back(QEvent::FocusIn, Qt::ActiveWindowFocusReason);
-        QCoreApplication::sendEvent(m_view.get(), &back);
-        QTRY_VERIFY(hasRing(second));
+        shown.click(shown.child(0));
+        QVERIFY(shown.child(0)->hasActiveFocus());
+        QVERIFY(!hasRing(0));
+        shown.press({Qt::Key_Tab});
+        QVERIFY(shown.child(1)->hasActiveFocus());
+        QTRY_VERIFY(hasRing(1));
+        QVERIFY(!hasRing(0));
     }
 
-    void aRefusedWriteLeavesTheOldValueOnShow()
+    void choicesAreAskedForAndNotMade()
     {
-        QQuickItem *item = show("ToggleSwitch { text: 'A'; on: false }");
-        QSignalSpy requested(item, SIGNAL(requested(bool)));
-        click(item);
-        click(item);
-        QCOMPARE(requested.count(), 2);
-        QCOMPARE(requested.at(0).at(0).toBool(), true);
-        QCOMPARE(requested.at(1).at(0).toBool(), true);
-        QCOMPARE(item->property("on").toBool(), false);
+        Shown shown("Column { SegmentedControl { name: 'A'; choices: testChoices; current: 2 } "
+                    "Picker { text: 'A'; choices: testChoices; current: 1 } }");
+        const auto asked = [](const QSignalSpy &requests) {
+            QStringList choices;
+            for (const QList<QVariant> &arguments : requests)
+                choices.append(arguments.first().toString());
+            return choices.join(u' ');
+        };
+        QSignalSpy neighbours(shown.child(0), SIGNAL(requested(int)));
+        shown.child(0)->forceActiveFocus(Qt::TabFocusReason);
+        shown.press({Qt::Key_Right, Qt::Key_Left, Qt::Key_Left});
+        QCOMPARE(asked(neighbours), u"1 1"_s);
+
+        QQuickItem *picker = shown.child(1);
+        QSignalSpy rows(picker, SIGNAL(requested(int)));
+        picker->forceActiveFocus(Qt::TabFocusReason);
+        shown.press({Qt::Key_Space, Qt::Key_Down, Qt::Key_Return});
+        QTRY_VERIFY(picker->hasActiveFocus());
+        shown.press({Qt::Key_Down, Qt::Key_Home, Qt::Key_Return});
+        QTRY_VERIFY(picker->hasActiveFocus());
+        QCOMPARE(asked(rows), u"2 0"_s);
+        shown.choices.setChoices({{u"1 mi"_s}, {u"2 mi"_s}});
+        QCOMPARE(picker->property("currentText").toString(), u"2 mi"_s);
     }
 
-    void segmentsAskForTheirNeighbours()
+    void aMenuIsAsWideAsItsEntriesAndWorkedByKeys()
     {
-        QQuickItem *item = show("SegmentedControl { name: 'A'; choices: testChoices; current: 1 }");
-        QSignalSpy requested(item, SIGNAL(requested(int)));
-        item->forceActiveFocus(Qt::TabFocusReason);
-        press({Qt::Key_Left, Qt::Key_Right});
-        QTest::mouseClick(m_view.get(), Qt::LeftButton, {}, QPoint(int(item->width()) - 20, 15));
-        QCOMPARE(rows(requested), QStringLiteral("0 2 2"));
-        item->setProperty("current", 2);
-        QTest::keyClick(m_view.get(), Qt::Key_Right);
-        QCOMPARE(requested.count(), 3);
-    }
-
-    void aPickerIsWorkedByKeys()
-    {
-        QQuickItem *item = show("Picker { y: 200; text: 'A'; choices: testChoices; current: 1 }");
-        QSignalSpy requested(item, SIGNAL(requested(int)));
-        item->forceActiveFocus(Qt::TabFocusReason);
-        press({Qt::Key_Space, Qt::Key_Down, Qt::Key_Return});
-        QTRY_VERIFY(item->hasActiveFocus());
-        press({Qt::Key_Down, Qt::Key_Home, Qt::Key_Return});
-        QCOMPARE(rows(requested), QStringLiteral("2 0"));
-        QCOMPARE(item->property("current").toInt(), 1);
-        QTRY_VERIFY(item->hasActiveFocus());
-        press({Qt::Key_Space, Qt::Key_Escape});
-        QCOMPARE(requested.count(), 2);
-        QCOMPARE(item->property("currentText").toString(), QStringLiteral("100 km"));
-        m_choices->setChoices({{QStringLiteral("1 mi")}, {QStringLiteral("2 mi")}});
-        QCOMPARE(item->property("currentText").toString(), QStringLiteral("2 mi"));
-    }
-
-    void aMenuIsWorkedByKeysAndByAScreenReader()
-    {
-        QQuickItem *item = show("Item { ActionMenu { objectName: 'menu'; title: 'M'; ActionMenuItem { text: 'A' } "
-                                "ActionMenuDivider {} ActionMenuItem { text: 'A long entry'; "
-                                "shortcutText: 'Ctrl+Shift+S' } } }");
-        auto *menu = item->findChild<QObject *>(QStringLiteral("menu"));
-        QQuickItem *second = nullptr;
-        QMetaObject::invokeMethod(menu, "itemAt", Q_RETURN_ARG(QQuickItem *, second), Q_ARG(int, 2));
-        QVERIFY(second);
-        QSignalSpy triggered(second, SIGNAL(triggered()));
-        QMetaObject::invokeMethod(menu, "open");
-        QTRY_VERIFY(menu->property("opened").toBool());
-        QVERIFY(second->width() >= second->implicitWidth());
-        press({Qt::Key_Down, Qt::Key_Down, Qt::Key_Return});
+        Shown shown("Item { ActionMenu { title: 'M'; ActionMenuItem { text: 'A' } ActionMenuDivider {} "
+                    "ActionMenuItem { text: 'A long entry'; shortcutText: 'Ctrl+Shift+S' } } }");
+        QObject *menu = shown.part("QQuickMenu");
+        QVERIFY(Shown::opens(menu));
+        const auto entries =
+            ShownItems::all(*shown.window, [](QQuickItem *entry) { return entry->inherits("QQuickMenuItem"); });
+        QVERIFY(entries.last()->width() >= entries.last()->implicitWidth());
+        QSignalSpy triggered(entries.last(), SIGNAL(triggered()));
+        shown.press({Qt::Key_Down, Qt::Key_Down, Qt::Key_Return});
         QCOMPARE(triggered.count(), 1);
-        QTRY_VERIFY(!menu->property("visible").toBool());
-        QMetaObject::invokeMethod(menu, "open");
-        QTRY_VERIFY(menu->property("opened").toBool());
-        QAccessible::queryAccessibleInterface(second)->actionInterface()->doAction(
-            QAccessibleActionInterface::pressAction());
-        QCOMPARE(triggered.count(), 2);
         QTRY_VERIFY(!menu->property("visible").toBool());
     }
 
     void aPressOutsideAPopoverOnlyClosesIt()
     {
-        QQuickItem *item =
-            show("BorderedButton { text: 'A'; Popover { objectName: 'popover'; name: 'P'; contentItem: Item { "
-                 "implicitWidth: 100; implicitHeight: 50 } } }");
-        QSignalSpy clicked(item, SIGNAL(clicked()));
-        auto *popover = item->findChild<QObject *>(QStringLiteral("popover"));
-        QMetaObject::invokeMethod(popover, "open");
-        QTRY_VERIFY(popover->property("opened").toBool());
-        click(item);
+        Shown shown("BorderedButton { text: 'A'; Popover { name: 'P'; contentItem: Item {} } }");
+        QSignalSpy clicked(shown.item, SIGNAL(clicked()));
+        QObject *popover = shown.part("QQuickPopup");
+        QVERIFY(Shown::opens(popover));
+        shown.click(shown.item);
         QTRY_VERIFY(!popover->property("visible").toBool());
         QCOMPARE(clicked.count(), 0);
-        QMetaObject::invokeMethod(popover, "open");
-        QTRY_VERIFY(popover->property("opened").toBool());
-        QTest::keyClick(m_view.get(), Qt::Key_Escape);
-        QTRY_VERIFY(!popover->property("visible").toBool());
     }
 
-    void escapeAsksASheetToClose()
+    void aSheetStaysUntilItsOwnerLetsItGo()
     {
-        QQuickItem *item = show("Item { Sheet { objectName: 'sheet'; title: 'S'; visible: true; buttons: "
-                                "BorderedButton { text: 'A' } } }");
-        auto *sheet = item->findChild<QObject *>(QStringLiteral("sheet"));
+        Shown shown("Item { Sheet { title: 'S'; visible: true } }");
+        QObject *sheet = shown.part("QQuickPopup");
         QSignalSpy asked(sheet, SIGNAL(dismissRequested()));
         QTRY_VERIFY(sheet->property("opened").toBool());
-        QTest::keyClick(m_view.get(), Qt::Key_Escape);
+        QTest::mouseClick(shown.window.get(), Qt::LeftButton, {}, QPoint(3, 3));
+        QCOMPARE(asked.count(), 0);
+        shown.press({Qt::Key_Escape});
         QCOMPARE(asked.count(), 1);
         QVERIFY(sheet->property("visible").toBool());
-        QTest::mouseClick(m_view.get(), Qt::LeftButton, {}, QPoint(3, 3));
-        QCOMPARE(asked.count(), 1);
-        QVERIFY(sheet->property("visible").toBool());
-    }
-
-    void escapeEmptiesASearchAndThenLeaves()
-    {
-        QQuickItem *item = show("SearchField { placeholderText: 'A' }");
-        QSignalSpy left(item, SIGNAL(leaveRequested()));
-        QSignalSpy edited(item, SIGNAL(textEdited()));
-        item->forceActiveFocus();
-        type("mazo");
-        QTest::keyClick(m_view.get(), Qt::Key_Escape);
-        QCOMPARE(item->property("text").toString(), QString());
-        QCOMPARE(edited.count(), 5);
-        QCOMPARE(left.count(), 0);
-        QTest::keyClick(m_view.get(), Qt::Key_Escape);
-        QCOMPARE(left.count(), 1);
-        type("a");
-        QTest::mouseClick(m_view.get(), Qt::LeftButton, {}, QPoint(int(item->width()) - 15, 16));
-        QCOMPARE(item->property("text").toString(), QString());
-        QVERIFY(item->hasActiveFocus());
-    }
-
-    void daysAreChosenByKeysAndTyped()
-    {
-        QQuickItem *item =
-            show("DateField { text: 'A'; date: new Date(2021, 8, 19, 12); minimum: new Date(2021, 8, 3, 12) }");
-        QSignalSpy requested(item, SIGNAL(requested(QDateTime)));
-        item->forceActiveFocus(Qt::TabFocusReason);
-        press({Qt::Key_Down, Qt::Key_PageDown, Qt::Key_Left, Qt::Key_Return});
-        QCOMPARE(requested.count(), 1);
-        QCOMPARE(requested.at(0).at(0).toDateTime(), QDateTime(QDate(2021, 10, 18), QTime(12, 0)));
-
-        QTRY_VERIFY(item->hasActiveFocus());
-        type("2021-09-03");
-        QTest::keyClick(m_view.get(), Qt::Key_Return);
-        QCOMPARE(requested.count(), 2);
-        QCOMPARE(requested.at(1).at(0).toDateTime(), QDateTime(QDate(2021, 9, 3), QTime(12, 0)));
-
-        // Nothing at all is given up, not refused.
-        type("2");
-        press({Qt::Key_Backspace, Qt::Key_Return});
-        QVERIFY(item->hasActiveFocus());
-        QCOMPARE(requested.count(), 2);
-        QCOMPARE(item->property("date").toDateTime(), QDateTime(QDate(2021, 9, 19), QTime(12, 0)));
     }
 
     void typedDaysThatCannotBeChosenStayInTheField()
     {
-        QQuickItem *row =
-            show("Row { DateField { text: 'A'; date: new Date(2021, 8, 19, 12) } BorderedButton { text: 'B' } }");
-        QQuickItem *item = row->childItems().at(0);
-        QSignalSpy requested(item, SIGNAL(requested(QDateTime)));
-        auto *entry = item->findChild<QQuickItem *>(QStringLiteral("typedDate"));
-        const auto isRefused = [&] { return item->property("isRefused").toBool() && entry->isVisible(); };
-        for (const Qt::Key leavesBy : {Qt::Key_Return, Qt::Key_Tab}) {
-            item->forceActiveFocus(Qt::TabFocusReason);
-            type("2021-09-31");
-            QVERIFY(!isRefused());
-            QTest::keyClick(m_view.get(), leavesBy);
-            QVERIFY(isRefused());
-            QCOMPARE(entry->property("text").toString(), QStringLiteral("2021-09-31"));
-            QVERIFY(
-                QAccessible::queryAccessibleInterface(entry)->text(QAccessible::Description).contains(u"9/19/2021"));
-            entry->forceActiveFocus();
-            QTest::keyClick(m_view.get(), Qt::Key_Escape);
-            QVERIFY(!isRefused());
-            QVERIFY(item->hasActiveFocus());
-        }
+        Shown shown("Row { DateField { text: 'A'; date: new Date(2021, 8, 19, 12) } BorderedButton { text: 'B' } }");
+        QQuickItem *field = shown.child(0);
+        QSignalSpy requested(field, SIGNAL(requested(QDateTime)));
+        auto *entry = field->findChild<QQuickItem *>(u"typedDate"_s);
+        const auto isRefused = [&] { return field->property("isRefused").toBool() && entry->isVisible(); };
+        field->forceActiveFocus(Qt::TabFocusReason);
+        ShownItems::type(*shown.window, u"2021-09-31"_s);
+        QVERIFY(!isRefused());
+        shown.press({Qt::Key_Tab});
+        QVERIFY(isRefused());
+        QCOMPARE(entry->property("text").toString(), u"2021-09-31"_s);
+        QVERIFY(QAccessible::queryAccessibleInterface(entry)->text(QAccessible::Description).contains(u"9/19/2021"));
+        entry->forceActiveFocus();
+        shown.press({Qt::Key_Escape});
+        QVERIFY(!isRefused());
+        QVERIFY(field->hasActiveFocus());
+        // Nothing at all is given up, not refused.
+        shown.press({Qt::Key_2, Qt::Key_Backspace, Qt::Key_Return});
+        QVERIFY(field->hasActiveFocus());
         QCOMPARE(requested.count(), 0);
+        shown.press({Qt::Key_Down, Qt::Key_PageDown, Qt::Key_Left, Qt::Key_Return});
+        QCOMPARE(requested.count(), 1);
+        QCOMPARE(requested.at(0).at(0).toDateTime(), QDateTime(QDate(2021, 10, 18), QTime(12, 0)));
     }
 
-    void markupFromOutsideStaysText()
+    void coloursAndMotionFollowTheDesktopLive()
     {
-        QQuickItem *item = show("OutsideText { width: 100; content: '<b>a</b>\\n<img src=\"http://127.0.0.1:1/\">' }");
-        QCOMPARE(item->property("textFormat").toInt(), 0);
-        QCOMPARE(item->property("text").toString(), QStringLiteral("<b>a</b> <img src=\"http://127.0.0.1:1/\">"));
-        QCOMPARE(item->property("lineCount").toInt(), 1);
-        QVERIFY(item->property("truncated").toBool());
-    }
-
-    void theThemeFollowsTheDesktopLive()
-    {
-        QQuickItem *item = show("Rectangle { color: Theme.window; width: Theme.slide }");
-        QCOMPARE(item->property("color").value<QColor>(), QColor(0xFCFDFD));
-        m_world->appearance.setColorScheme(Appearance::ColorScheme::dark);
-        QCOMPARE(item->property("color").value<QColor>(), QColor(0x14181B));
-        QCOMPARE(item->width(), 24.0);
-        m_world->appearance.setReducedMotion(true);
-        QCOMPARE(item->width(), 0.0);
-    }
-
-    void spinnersRestWhenNobodyLooksOrMotionIsUnwanted()
-    {
-        QQuickItem *item = show("Spinner { name: 'A' }");
-        const auto isTurning = [item] {
-            const auto children = item->findChildren<QObject *>();
-            for (const QObject *child : children)
-                if (child->inherits("QQmlTimer"))
-                    return child->property("running").toBool();
-            return false;
-        };
+        Shown shown("Rectangle { color: Theme.window; Spinner { name: 'A' } }");
+        const auto color = [&] { return shown.item->property("color").value<QColor>(); };
+        QCOMPARE(color(), QColor(0xFCFDFD));
+        shown.world.appearance.setColorScheme(Appearance::ColorScheme::dark);
+        QCOMPARE(color(), QColor(0x14181B));
+        const auto isTurning = [&] { return shown.part("QQmlTimer")->property("running").toBool(); };
         QVERIFY(isTurning());
-        m_view->hide();
-        QVERIFY(!isTurning());
-        m_view->showMinimized();
-        QVERIFY(!isTurning());
-        m_view->showNormal();
+        shown.window->hide();
+        QVERIFY2(!isTurning(), "it turns where nobody looks");
+        shown.window->showNormal();
         QTRY_VERIFY(isTurning());
-        m_world->appearance.setReducedMotion(true);
+        shown.world.appearance.setReducedMotion(true);
         QVERIFY(!isTurning());
     }
 
     void anIconHasItsTipUntilItIsPressed()
     {
-        QQuickItem *item = show("IconButton { text: 'A'; iconName: 'gear'; Component.onCompleted: "
-                                "TipTiming.noteShown() }");
-        const auto objects = item->findChildren<QObject *>();
-        const QObject *tip =
-            *std::ranges::find_if(objects, [](QObject *object) { return object->inherits("QQuickToolTip"); });
+        Shown shown("IconButton { x: 300; text: 'A'; iconName: 'gear'; Component.onCompleted: TipTiming.noteShown() }");
+        const QObject *tip = shown.part("QQuickToolTip");
+        const QPoint middle = ShownItems::middle(shown.item);
         QVERIFY(!tip->property("visible").toBool());
-        QTest::mouseMove(m_view.get(), middleOf(item));
+        QTest::mouseMove(shown.window.get(), middle);
         QTRY_VERIFY(tip->property("opened").toBool());
-        QTest::mousePress(m_view.get(), Qt::LeftButton, {}, middleOf(item));
+        QTest::mousePress(shown.window.get(), Qt::LeftButton, {}, middle);
         QTRY_VERIFY(!tip->property("visible").toBool());
-        QTest::mouseRelease(m_view.get(), Qt::LeftButton, {}, middleOf(item));
-    }
-
-    void digitsStandInEqualCells()
-    {
-        const QByteArray control("NumberText { font.family: Theme.fontFamily; font.pixelSize: 20; text: '%1' }");
-        const qreal ones = show(QByteArray(control).replace("%1", "11:11"))->implicitWidth();
-        QCOMPARE(show(QByteArray(control).replace("%1", "08:48"))->implicitWidth(), ones);
-        QVERIFY(show("PlainText { font.pixelSize: 20; text: '11:11' }")->implicitWidth() < ones);
     }
 
     void everyControlIsPlainAndNamed()
     {
-        QQmlComponent component(m_engine.get(), QUrl(QStringLiteral("qrc:/qt/qml/orvalia/Gallery/Gallery.qml")));
-        m_item.reset(qobject_cast<QQuickItem *>(component.create()));
-        QVERIFY2(m_item, qPrintable(component.errorString()));
-        m_item->setParentItem(content());
-        QVERIFY(m_item->findChildren<QQuickItem *>().size() > 300);
-        QCOMPARE(faultsOfItems(*m_view), QStringList());
-    }
-
-    void scrollBarFadesWhereTheUserScrollsByTouch_data()
-    {
-        Table<int, double> row;
-        row("mouse alone", int(QInputDevice::DeviceType::Mouse), 1.0);
-        row("touch screen", int(QInputDevice::DeviceType::TouchScreen), 0.0);
-        row("touch pad", int(QInputDevice::DeviceType::TouchPad), 0.0);
+        Shown shown("Gallery {}");
+        QVERIFY(shown.item->findChildren<QQuickItem *>().size() > 300);
+        QCOMPARE(faultsOfItems(*shown.window), QStringList());
     }
 
     void scrollBarFadesWhereTheUserScrollsByTouch()
     {
-        const auto [device, opacityAtRest] = Table<int, double>::current();
-        const std::unique_ptr<QPointingDevice> pointer(QTest::createTouchDevice(QInputDevice::DeviceType(device)));
-        QQuickItem *page = show("ScrollPage { name: 'A'; width: 200; height: 100; Item { width: 1; height: 900 } }");
-        const auto opacity = [&] {
-            const QList<QQuickItem *> items = page->findChildren<QQuickItem *>();
-            const auto bar =
-                std::ranges::find_if(items, [](QQuickItem *item) { return item->inherits("QQuickScrollBar"); });
-            return (*bar)->property("contentItem").value<QQuickItem *>()->opacity();
-        };
-        QTRY_COMPARE(opacity(), opacityAtRest);
-        const QPoint middle(100, 50);
-        QWheelEvent down(middle, m_view->mapToGlobal(middle), {}, {0, -120}, Qt::NoButton, Qt::NoModifier,
-                         Qt::NoScrollPhase, false);
-        QCoreApplication::sendEvent(m_view.get(), &down);
-        QTRY_COMPARE(opacity(), 1.0);
-        QTRY_COMPARE(opacity(), opacityAtRest);
+        using Type = QInputDevice::DeviceType;
+        for (const auto &[device, opacityAtRest] :
+             {std::pair(Type::Mouse, 1.0), {Type::TouchScreen, 0.0}, {Type::TouchPad, 0.0}}) {
+            const std::unique_ptr<QPointingDevice> pointer(QTest::createTouchDevice(device));
+            Shown shown("ScrollPage { name: 'A'; width: 200; height: 100; Item { width: 1; height: 900 } }");
+            const auto *thumb = shown.part("QQuickScrollBar")->property("contentItem").value<QQuickItem *>();
+            QTRY_COMPARE(thumb->opacity(), opacityAtRest);
+            ShownItems::turnWheel(shown.item, -120);
+            QTRY_COMPARE(thumb->opacity(), 1.0);
+            QTRY_COMPARE(thumb->opacity(), opacityAtRest);
+        }
     }
-
-private:
-    /// Makes `control` alone in the window.
-    QQuickItem *show(const QByteArray &control)
-    {
-        QQmlComponent component(m_engine.get());
-        component.setData("import QtQuick\nimport orvalia.Shared\n" + control, QUrl(QStringLiteral("qrc:/test.qml")));
-        m_item.reset(qobject_cast<QQuickItem *>(component.create()));
-        if (!m_item)
-            qFatal("%s", qPrintable(component.errorString()));
-        m_item->setParentItem(content());
-        return m_item.get();
-    }
-
-    /// Where the window puts its content, which keeps its focus while a popup has it.
-    QQuickItem *content() const { return m_view->property("contentItem").value<QQuickItem *>(); }
-
-    void type(const QByteArray &text)
-    {
-        for (const char letter : text)
-            QTest::keyClick(m_view.get(), letter);
-    }
-
-    void press(std::initializer_list<Qt::Key> keys)
-    {
-        for (const Qt::Key key : keys)
-            QTest::keyClick(m_view.get(), key);
-    }
-
-    void click(const QQuickItem *item) { QTest::mouseClick(m_view.get(), Qt::LeftButton, {}, middleOf(item)); }
-
-    static QPoint middleOf(const QQuickItem *item)
-    {
-        return item->mapToScene(QPointF(item->width() / 2, item->height() / 2)).toPoint();
-    }
-
-    static QString rows(const QSignalSpy &requested)
-    {
-        QStringList rows;
-        for (const QList<QVariant> &arguments : requested)
-            rows.append(arguments.first().toString());
-        return rows.join(u' ');
-    }
-
-    std::unique_ptr<World> m_world;
-    std::unique_ptr<PickerModel> m_choices;
-    std::unique_ptr<QQmlEngine> m_engine;
-    std::unique_ptr<QQuickWindow> m_view;
-    std::unique_ptr<QQuickItem> m_item;
 };
 
 QTEST_MAIN(ControlsTest)

@@ -5,7 +5,6 @@
 #include "Support/World.h"
 #include "iOS/Shared/EarthquakeMarkerLayer.h"
 #include "iOS/Shared/MarkerDisc.h"
-#include "iOS/Shared/RippleCircle.h"
 
 #include <QAbstractItemModelTester>
 #include <QQuickWindow>
@@ -145,19 +144,6 @@ private Q_SLOTS:
         QVERIFY(map.shows({100, 93}, QColor::fromRgbF(1.0F, 1 - 0.55F * 0.4F, 1 - 0.55F)));
         QVERIFY(map.shows({100, 103}, Qt::white));
         QCOMPARE(map.layer.raised()->rowCount(), 0);
-    }
-
-    /// Over white: red at 0.75 up to the middle, yellow at 0.3 at the right edge.
-    void aRingFadesFromRedToYellow()
-    {
-        Map map;
-        RippleCircle ring(map.window.contentItem());
-        ring.setDiameter(40);
-        ring.setLineWidth(4);
-        ring.setPosition(QPointF(100, 100) - QPointF(ring.width(), ring.height()) / 2);
-        QVERIFY(map.shows({80, 100}, QColor(255, 108, 100)));
-        QVERIFY(map.shows({119, 100}, QColor(255, 240, 179)));
-        QVERIFY(map.shows({100, 100}, Qt::white));
     }
 
     void theUppermostMarkerUnderThePointerIsTaken_data()
