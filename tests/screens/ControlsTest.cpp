@@ -48,12 +48,6 @@ struct Shown
         const QObjectList objects = item->findChildren<QObject *>();
         return *std::ranges::find_if(objects, [&](QObject *object) { return object->inherits(className); });
     }
-    /// Opens a popup; false when it does not open.
-    static bool opens(QObject *popup)
-    {
-        return QMetaObject::invokeMethod(popup, "open")
-            && QTest::qWaitFor([&] { return popup->property("opened").toBool(); });
-    }
     void press(std::initializer_list<Qt::Key> keys) const
     {
         for (const Qt::Key key : keys)
@@ -234,7 +228,8 @@ private Q_SLOTS:
         Shown shown("Item { ActionMenu { title: 'M'; ActionMenuItem { text: 'A' } ActionMenuDivider {} "
                     "ActionMenuItem { text: 'A long entry'; shortcutText: 'Ctrl+Shift+S' } } }");
         QObject *menu = shown.part("QQuickMenu");
-        QVERIFY(Shown::opens(menu));
+        QMetaObject::invokeMethod(menu, "open");
+        QTRY_VERIFY(menu->property("opened").toBool());
         const auto entries =
             ShownItems::all(*shown.window, [](QQuickItem *entry) { return entry->inherits("QQuickMenuItem"); });
         QVERIFY(entries.last()->width() >= entries.last()->implicitWidth());
@@ -249,7 +244,8 @@ private Q_SLOTS:
         Shown shown("BorderedButton { text: 'A'; Popover { name: 'P'; contentItem: Item {} } }");
         QSignalSpy clicked(shown.item, SIGNAL(clicked()));
         QObject *popover = shown.part("QQuickPopup");
-        QVERIFY(Shown::opens(popover));
+        QMetaObject::invokeMethod(popover, "open");
+        QTRY_VERIFY(popover->property("opened").toBool());
         shown.click(shown.item);
         QTRY_VERIFY(!popover->property("visible").toBool());
         QCOMPARE(clicked.count(), 0);

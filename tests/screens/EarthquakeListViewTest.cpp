@@ -3,7 +3,6 @@
 #include "Support/Table.h"
 #include "Support/TestEarthquake.h"
 #include "iOS/Shared/EarthquakeSectionModel.h"
-#include "iOS/Ultimos/EarthquakeListScreen.h"
 
 #include <QAccessible>
 #include <QTest>
@@ -44,13 +43,6 @@ struct List : ShownWindow
 
     /// Where the current row stands in the window.
     double place() const { return list()->property("currentItem").value<QQuickItem *>()->mapToScene(QPointF()).y(); }
-
-    /// Presses Escape; false when the popover of the filters stays.
-    bool closePopover()
-    {
-        press(Qt::Key_Escape);
-        return QTest::qWaitFor([this] { return !item("filterPopover"); });
-    }
 
     size_t requests() const { return world.urlSession.requests.size(); }
 };
@@ -154,26 +146,6 @@ private Q_SLOTS:
         QVERIFY(!shown.item("detailMap"));
     }
 
-    void statesShowTheHistoryAndTheSettings()
-    {
-        List shown;
-        QVERIFY(shown.open({480, 480}));
-        auto *screen = shown.window().findChild<EarthquakeListScreen *>();
-        screen->setProperty("showHistorico", true);
-        QTRY_VERIFY(!shown.item("earthquakeList"));
-        QCOMPARE(shown.textOf("pageTitle"), u"Histórico"_s);
-        shown.press(Qt::Key_Escape);
-        QTRY_VERIFY(!shown.item("history"));
-        QVERIFY(!screen->property("showHistorico").toBool());
-        screen->setProperty("showSettings", true);
-        shown.settle();
-        const QQuickItem *sheet = shown.item("settingsSheet");
-        QVERIFY(sheet->mapToScene(QPointF(0, sheet->height())).y() <= 480 - 24);
-        QCOMPARE(faultsOfItems(shown.window()), QStringList());
-        shown.press(Qt::Key_Escape);
-        QVERIFY(!screen->property("showSettings").toBool());
-    }
-
     void popoverScrollsInALowWindow()
     {
         ShownWindow shown;
@@ -212,7 +184,8 @@ private Q_SLOTS:
         // The newest, and then every fourth hour up to 24 hours ago.
         QCOMPARE(chosen("Last 24h"), u"7 circle.fill"_s);
         QCOMPARE(chosen("Reset Filters"), u"20 circle"_s);
-        QVERIFY(shown.closePopover());
+        shown.press(Qt::Key_Escape);
+        QTRY_VERIFY(!shown.item("filterPopover"));
     }
 
     void toolbarTellsTheAgeAndWaitsOutTheCountdown()
@@ -312,7 +285,8 @@ private Q_SLOTS:
         QVERIFY(shown.open());
         shown.press(Qt::Key_O, Qt::ControlModifier);
         shown.click(shown.named("Minor"));
-        QVERIFY(shown.closePopover());
+        shown.press(Qt::Key_Escape);
+        QTRY_VERIFY(!shown.item("filterPopover"));
         shown.click(shown.item("row 3"));
         QTRY_VERIFY(!shown.item("earthquakeList"));
         // No refresh by itself, and no answer to the menu.

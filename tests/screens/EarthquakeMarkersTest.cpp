@@ -4,7 +4,6 @@
 #include "Support/Table.h"
 #include "Support/World.h"
 #include "iOS/Shared/EarthquakeMarkerLayer.h"
-#include "iOS/Shared/MarkerDisc.h"
 
 #include <QAbstractItemModelTester>
 #include <QQuickWindow>
@@ -107,21 +106,6 @@ private Q_SLOTS:
         map.controller.turnWheel(240, 140, 70);
         QVERIFY(map.shows({140, 61}, moderate));
         QVERIFY(map.shows({140, 90}, Qt::white));
-    }
-
-    /// One that was selected goes back among the others: nothing must jump.
-    void aMarkerLooksTheSameAsAnItem()
-    {
-        Map map;
-        MarkerDisc item(map.window.contentItem());
-        item.setMagnitude(4.5);
-        item.setDiameter(28);
-        item.setFontSize(9);
-        item.setShadowRadius(1);
-        item.setPosition({384, 84});
-        map.set.setEarthquakes({map.at({500, 300}), map.at({100, 100}, 4.5)});
-        const QImage seen = map.window.grabWindow();
-        QCOMPARE(seen.copy(84, 84, 32, 32), seen.copy(384, 84, 32, 32));
     }
 
     /// A picture of a window that does not show has its nodes made for it and thrown away, as a window has that is

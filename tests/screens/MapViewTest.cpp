@@ -98,6 +98,7 @@ public:
     }
 
     bool hasCallout() { return shown.named("Ver detalle") != nullptr; }
+
     AnimationClock animations;
     ShownWindow shown;
 };
@@ -264,6 +265,8 @@ private Q_SLOTS:
             map.move(time);
             const QQuickItem *ring = map.shown.item("ripple");
             const QQuickItem *callout = map.shown.named("W FRONTERA.IHI");
+            if (!callout)
+                return u"no callout"_s;
             return numbers({(ring->parentItem()->scale() - 1) / 0.2, (ring->property("baseSize").toDouble() - 28) / 8,
                             callout->opacity(),
                             (callout->parentItem()->height() - callout->y()) / (callout->height() + 16)});
