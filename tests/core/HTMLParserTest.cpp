@@ -209,6 +209,16 @@ private Q_SLOTS:
         QVERIFY_EXCEPTION_THROWN(IGNDataSource(session).fetchEarthquakes().result(), URLSessionError);
         QCOMPARE(session.requests, std::vector{Region::canaryIslands().dataSourceURL});
     }
+
+    void networkErrorTellsWhatLiesBelow()
+    {
+        const auto error = HTMLParserError::networkError(std::make_exception_ptr(URLSessionError(u"caído"_s)));
+        QCOMPARE(error.kind(), HTMLParserError::Kind::networkError);
+        QCOMPARE(error.localizedDescription(), u"Error de red: caído"_s);
+        QVERIFY_EXCEPTION_THROWN(std::rethrow_exception(error.underlyingError()), URLSessionError);
+    }
+
+    void regionSpeaksItsOwnLanguage() { QCOMPARE(Region::canaryIslands().locale, QLocale(u"es_ES"_s)); }
 };
 
 QTEST_GUILESS_MAIN(HTMLParserTest)

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+#include "Core/Persistence/PersistenceController.h"
 #include "StoreScene.h"
 #include "Support/Table.h"
 
@@ -144,6 +145,18 @@ private Q_SLOTS:
         write(path, {});
         QCOMPARE(openingError(path), QString());
         QCOMPARE(openingError(path), QString());
+    }
+
+    void previewHoldsThreeEventsAndNoFile()
+    {
+        World world;
+        ModelContainer &container = PersistenceController::preview().container();
+        const auto rows = container.mainContext().fetch({.sort = FetchDescriptor::Sort::dateReverse});
+        QCOMPARE(eventIDs(rows), u"es2025prev001 es2025prev002 es2025prev003"_s);
+        QVERIFY(rows.at(1).date() == world.clock.now() - std::chrono::hours(2));
+        QCOMPARE(rows.at(1).maxIntensity(), std::optional(u"IV"_s));
+        QVERIFY(container.mainContext().hasChanges() && ModelContext(container).fetch({}).empty());
+        QVERIFY(contents(world.folder).isEmpty() && !QFile::exists(container.location()));
     }
 };
 
