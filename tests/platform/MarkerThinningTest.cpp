@@ -56,6 +56,7 @@ private Q_SLOTS:
     {
         QRandomGenerator random(7);
         std::vector<QPointF> world;
+        world.reserve(400);
         for (int i = 0; i < 400; ++i)
             world.push_back({-18 + random.bounded(1.0), -32 + random.bounded(i % 2 == 0 ? 1.0 : 0.1)});
         const std::vector<quint8> levels = MarkerThinning::levels(world, discPixels);
