@@ -7,6 +7,8 @@
 #include <QAccessible>
 #include <QTest>
 
+#include <algorithm>
+
 using namespace Qt::StringLiterals;
 using namespace std::chrono_literals;
 
@@ -144,6 +146,40 @@ private Q_SLOTS:
         for (const Qt::Key key : {Qt::Key_Return, Qt::Key_Down, Qt::Key_Return})
             shown.press(key);
         QVERIFY(!shown.item("detailMap"));
+    }
+
+    void settingsAndHistoryShowForAsLongAsTheStateSaysSo()
+    {
+        List shown;
+        QVERIFY(shown.open({480, 480}));
+        QObject *screen = nullptr;
+        for (const auto &[section, type] :
+             {std::pair(Qt::Key_3, "MapScreen"), {Qt::Key_4, "StatsScreen"}, {Qt::Key_1, "EarthquakeListScreen"}}) {
+            shown.press(section, Qt::ControlModifier);
+            const QObjectList objects = shown.window().findChildren<QObject *>();
+            screen = *std::ranges::find_if(objects, [&](QObject *object) { return object->inherits(type); });
+            screen->setProperty("showSettings", true);
+            shown.settle();
+            const QQuickItem *sheet = shown.item("settingsSheet");
+            QVERIFY2(sheet && shown.named("Notifications"), type);
+            QVERIFY(sheet->mapToScene(QPointF(0, sheet->height())).y() <= 480 - 24);
+            QCOMPARE(faultsOfItems(shown.window()), QStringList());
+            shown.press(Qt::Key_Escape);
+            QVERIFY2(!screen->property("showSettings").toBool(), type);
+            QTRY_VERIFY(!shown.item("settingsSheet"));
+        }
+        for (const bool isLeftByKey : {false, true}) {
+            screen->setProperty("showHistorico", true);
+            QTRY_VERIFY(!shown.item("earthquakeList"));
+            QCOMPARE(shown.textOf("pageTitle"), u"Histórico"_s);
+            if (isLeftByKey)
+                shown.press(Qt::Key_Escape);
+            else
+                screen->setProperty("showHistorico", false);
+            QTRY_VERIFY(!shown.item("history"));
+            QCOMPARE(shown.textOf("pageTitle"), u"Sismos"_s);
+            QVERIFY(!screen->property("showHistorico").toBool());
+        }
     }
 
     void popoverScrollsInALowWindow()

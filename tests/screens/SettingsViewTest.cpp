@@ -4,6 +4,7 @@
 #include "Support/ShownItems.h"
 #include "Support/ShownWindow.h"
 #include "Support/Table.h"
+#include "iOS/Ajustes/SettingsScreen.h"
 
 #include <QTest>
 
@@ -93,6 +94,7 @@ private Q_SLOTS:
         QVERIFY(!scene.shows("Minimum threshold"));
         QVERIFY(!scene.shows("You will receive a notification for earthquakes of magnitude 4.0 – 5.9 or higher."));
         QCOMPARE(faultsOfItems(scene.window()), QStringList());
+        QCOMPARE(scene.window().findChild<SettingsScreen *>()->property("showInfo"), QVariant(false));
     }
 
     void notificationWarning()
