@@ -8,11 +8,13 @@
 #include "Platform/Workspace/Workspace.h"
 
 #include <QMap>
-
 #include <QPointer>
+#include <QPromise>
 
 #include <exception>
 #include <functional>
+#include <memory>
+#include <optional>
 #include <stdexcept>
 #include <vector>
 
@@ -23,6 +25,8 @@ public:
     QFuture<bool> requestAuthorization() override
     {
         ++authorizationRequests;
+        if (openQuestion)
+            return openQuestion->future();
         if (!answer)
             return QtFuture::makeExceptionalFuture<bool>(
                 std::make_exception_ptr(std::runtime_error("no notification service")));
@@ -38,6 +42,8 @@ public:
     void add(const UserNotificationRequest &request) override { sent.push_back(request); }
 
     std::optional<bool> answer;
+    /// A question that stays open until a test answers it; null where `answer` comes at once.
+    std::shared_ptr<QPromise<bool>> openQuestion;
     NotificationAuthorizationStatus status = NotificationAuthorizationStatus::notDetermined;
     int authorizationRequests = 0;
     std::vector<UserNotificationRequest> sent;

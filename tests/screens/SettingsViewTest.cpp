@@ -157,14 +157,18 @@ private Q_SLOTS:
     void answerCountsAfterTheWindowHasGone()
     {
         Scene scene;
-        scene.world.userNotificationCenter.answer = false;
+        const auto question = std::make_shared<QPromise<bool>>();
+        question->start();
+        scene.world.userNotificationCenter.openQuestion = question;
         QVERIFY(scene.openSettings());
         scene.settings.setIsEnabled(true);
-        QCoreApplication::sendPostedEvents();
+        scene.settle();
         scene.window().close();
-        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
         scene.world.settle();
-        QCOMPARE(scene.settings.isEnabled(), false);
+        QVERIFY(scene.settings.isEnabled());
+        question->addResult(false);
+        question->finish();
+        QVERIFY(!scene.settings.isEnabled());
     }
 
     void proximitySwitch_data()
