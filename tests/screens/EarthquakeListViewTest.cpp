@@ -286,6 +286,13 @@ private Q_SLOTS:
         // The choice is the model's, whatever the keys have done.
         shown.list()->property("model").value<EarthquakeSectionModel *>()->setCurrentRow(7);
         QCOMPARE(shown.current(), 7);
+        // The row with the focus opens by a click too, and once more after the way back.
+        for (int times = 0; times < 2; ++times) {
+            shown.click(shown.item("row 7"));
+            QVERIFY(shown.item("detailMap"));
+            shown.press(Qt::Key_Escape);
+            QTRY_VERIFY(!shown.item("detailMap"));
+        }
     }
 
     void pullBeyondTheTopRefreshes_data()

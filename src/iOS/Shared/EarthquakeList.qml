@@ -31,8 +31,9 @@ ListView {
     }
 
     function press(row: int): void {
-        // A button in the footer may hold the focus within the list.
-        if (root.activeFocus)
+        // A button in the footer may hold the focus within the list. The chosen row may too, and would forget the press
+        // if it lost it.
+        if (root.activeFocus && root.Window.activeFocusItem !== root.currentItem)
             root.Window.activeFocusItem.focus = false
         root.forceActiveFocus(Qt.MouseFocusReason)
         root.showsFocus = false
