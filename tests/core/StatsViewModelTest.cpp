@@ -76,6 +76,21 @@ private Q_SLOTS:
         QVERIFY(m_model.peakLast7d()->earthquake == events[3]);
     }
 
+    void coordinatesSnapToHalfDegrees_data()
+    {
+        const Table<double, double, QString> row;
+        row("halves leave zero", 28.25, -16.25, "28.5,-16.5");
+        row("and on its other sides", -27.75, 16.75, "-28.0,17.0");
+        row("below a half", 27.74, -16.24, "27.5,-16.0");
+    }
+
+    void coordinatesSnapToHalfDegrees()
+    {
+        const auto [latitude, longitude, expected] = Table<double, double, QString>::current();
+        m_model.update(made(m_world, {{.latitude = latitude, .longitude = longitude}}));
+        QCOMPARE(m_model.topClusters().front().id, expected);
+    }
+
     void zonesStandByCountThenId()
     {
         std::vector<Event> events;
@@ -124,6 +139,15 @@ private Q_SLOTS:
         QCOMPARE(depth.intermediateCount, 2);
         QCOMPARE(depth.deepCount, 1);
         QCOMPARE(depth.averageDepth, (-1.0 + 0.0 + 29.999 + 30.0 + 70.0 + 70.001) / 6);
+    }
+
+    void emptyListClearsEveryFigure()
+    {
+        m_model.update(made(m_world, {{}}));
+        m_model.update({});
+        QCOMPARE(m_model.countLastHour() + m_model.countLast24h() + m_model.countLast7d() + m_model.countLast30d(), 0);
+        QVERIFY(!m_model.peakLast24h() && !m_model.peakLast7d() && !m_model.depthStat());
+        QVERIFY(m_model.magnitudeStats().empty() && m_model.topClusters().empty());
     }
 
 private:

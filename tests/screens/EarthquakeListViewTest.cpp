@@ -110,6 +110,9 @@ private Q_SLOTS:
         List shown;
         QVERIFY(shown.open());
         QQuickItem *field = shown.item("searchField");
+        shown.world.notificationCenter.post(NotificationName::focusSearch);
+        shown.settle();
+        QVERIFY(field->hasActiveFocus());
         const auto found = [&](const char *typed) {
             shown.press(Qt::Key_F, Qt::ControlModifier);
             shown.type(typed);
@@ -337,6 +340,7 @@ private Q_SLOTS:
         QCOMPARE(shown.requests(), size_t(1));
         shown.press(Qt::Key_O, Qt::ControlModifier);
         shown.press(Qt::Key_F, Qt::ControlModifier);
+        shown.world.notificationCenter.post(NotificationName::focusSearch);
         QVERIFY(!shown.item("filterPopover"));
         // On return it refreshes, and still has its filter and its row.
         shown.press(Qt::Key_Escape);
