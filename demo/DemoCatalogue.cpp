@@ -1,9 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "DemoCatalogue.h"
 
-#include <algorithm>
-#include <utility>
-
 namespace {
 using namespace std::chrono_literals;
 
@@ -19,8 +16,7 @@ DemoCatalogue::DemoCatalogue(quint32 seed, Pace pace, Instant now)
     , m_events(m_generator.ordinary(ordinaryEvents, now) + m_generator.swarm(swarmEvents, now, swarmLength))
     , m_next(nextAfter(now))
 {
-    std::stable_sort(m_events.begin(), m_events.end(),
-                     [](const ParsedEarthquake &a, const ParsedEarthquake &b) { return a.date > b.date; });
+    PageGenerator::sortNewestFirst(m_events);
 }
 
 bool DemoCatalogue::advance(Instant now)

@@ -122,12 +122,6 @@ QByteArray rowMarkup(const ParsedEarthquake &event, qsizetype number)
             + closeCell[variant];
     return html + closeRow[variant];
 }
-
-void sortNewestFirst(QList<ParsedEarthquake> &events)
-{
-    std::stable_sort(events.begin(), events.end(),
-                     [](const ParsedEarthquake &a, const ParsedEarthquake &b) { return a.date > b.date; });
-}
 }
 
 QList<ParsedEarthquake> PageGenerator::ordinary(int count, Instant now)
@@ -185,6 +179,12 @@ ParsedEarthquake PageGenerator::swarmEvent(Instant date)
     event.magnitudeType = event.magnitude >= 4.5 ? QStringLiteral("Mw") : QStringLiteral("mbLg");
     event.maxIntensity = feltIntensity(event.magnitude);
     return event;
+}
+
+void PageGenerator::sortNewestFirst(QList<ParsedEarthquake> &events)
+{
+    std::stable_sort(events.begin(), events.end(),
+                     [](const ParsedEarthquake &a, const ParsedEarthquake &b) { return a.date > b.date; });
 }
 
 std::chrono::milliseconds PageGenerator::pause(std::chrono::milliseconds least, std::chrono::milliseconds greatest)

@@ -27,6 +27,8 @@ public:
     /// One event of the swarm at `date`.
     ParsedEarthquake swarmEvent(Instant date);
 
+    static void sortNewestFirst(QList<ParsedEarthquake> &events);
+
     /// A length of time between two others.
     std::chrono::milliseconds pause(std::chrono::milliseconds least, std::chrono::milliseconds greatest);
 

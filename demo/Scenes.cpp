@@ -80,6 +80,14 @@ void openFull(Stage &stage)
     open(stage);
 }
 
+/// The same over the phone-sized root.
+void openPhone(Stage &stage)
+{
+    stage.world.urlSession.enqueue(tenDays());
+    stage.world.clock.setNow(now);
+    stage.open(orvaliaApp::Root::phone);
+}
+
 /// Opens the history over the same and what happened in two years before.
 void openHistory(Stage &stage)
 {
@@ -135,14 +143,6 @@ void loadMore(Stage &stage)
     QObject::disconnect(kept);
     if (!isKept)
         throw StageError(QStringLiteral("no page was loaded"));
-}
-
-/// The same over the phone-sized root.
-void openPhone(Stage &stage)
-{
-    stage.world.urlSession.enqueue(tenDays());
-    stage.world.clock.setNow(now);
-    stage.open(orvaliaApp::Root::phone);
 }
 
 /// The sidebar, which a narrow window folds away.

@@ -25,10 +25,9 @@ public:
 };
 
 /// The whole program over a world of its own, on a visible screen, moved by hand: keys and pointer go through its
-/// window, time through its clock, pages through its session. Items are known by their objectName, by the name
-/// that a screen reader would say, or by their text; "Magnitud 4.1*" is the one
-/// whose name begins so. Waits are for something and end with StageError when it does not
-/// come.
+/// window, time through its clock, pages through its session. Items are known by their objectName, by the name that a
+/// screen reader would say, or by their text; "Magnitud 4.1*" is the one whose name begins so. Waits are for something
+/// and end with StageError when it does not come.
 class Stage
 {
 public:
