@@ -11,14 +11,6 @@
 class NotificationSettings : public QObject
 {
     Q_OBJECT
-    Q_PROPERTY(bool isEnabled READ isEnabled WRITE setIsEnabled NOTIFY isEnabledChanged)
-    Q_PROPERTY(bool globalMagnitudeEnabled READ globalMagnitudeEnabled WRITE setGlobalMagnitudeEnabled NOTIFY
-                   globalMagnitudeEnabledChanged)
-    Q_PROPERTY(bool locationNotificationsEnabled READ locationNotificationsEnabled WRITE setLocationNotificationsEnabled
-                   NOTIFY locationNotificationsEnabledChanged)
-    Q_PROPERTY(double locationRadiusKm READ locationRadiusKm WRITE setLocationRadiusKm NOTIFY locationRadiusKmChanged)
-    Q_PROPERTY(bool swarmNotificationsEnabled READ swarmNotificationsEnabled WRITE setSwarmNotificationsEnabled NOTIFY
-                   swarmNotificationsEnabledChanged)
 
 public:
     /// The instance that every part of the program uses.

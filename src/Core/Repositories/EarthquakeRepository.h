@@ -23,9 +23,6 @@ class NotificationSettings;
 class EarthquakeRepository : public QObject
 {
     Q_OBJECT
-    Q_PROPERTY(bool isLoading READ isLoading NOTIFY isLoadingChanged)
-    Q_PROPERTY(bool isCoolingDown READ isCoolingDown NOTIFY isCoolingDownChanged)
-    Q_PROPERTY(qint64 cooldownRemainingSeconds READ cooldownRemainingSeconds NOTIFY cooldownRemainingSecondsChanged)
 
 public:
     /// Reads and writes in `context`, which must outlive the repository. Without a `dataSource` it makes an

@@ -19,11 +19,6 @@ class ModelContext;
 class EarthquakeListViewModel : public QObject
 {
     Q_OBJECT
-    Q_PROPERTY(MagnitudeFilter::Choice selectedFilter READ selectedFilterChoice WRITE setSelectedFilter NOTIFY
-                   selectedFilterChanged)
-    Q_PROPERTY(DateFilter::Choice selectedDateFilter READ selectedDateFilterChoice WRITE setSelectedDateFilter NOTIFY
-                   selectedDateFilterChanged)
-    Q_PROPERTY(QString searchText READ searchText WRITE setSearchText NOTIFY searchTextChanged)
 
 public:
     using MagnitudeFilter = ::MagnitudeFilter;
@@ -67,8 +62,6 @@ Q_SIGNALS:
     void debouncedSearchTextChanged();
 
 private:
-    MagnitudeFilter::Choice selectedFilterChoice() const { return m_selectedFilter->choice(); }
-    DateFilter::Choice selectedDateFilterChoice() const { return m_selectedDateFilter->choice(); }
     void startAutoRefresh();
     void runAutoRefresh(Task &task, std::chrono::milliseconds interval);
     void returnToForeground(const QString &notification);

@@ -3,12 +3,11 @@
 #include "Core/Models/MagnitudeCategory.h"
 #include "Core/Persistence/ModelContainer.h"
 #include "Core/Repositories/EarthquakeRepository.h"
-#include "Core/ViewModels/EarthquakeListViewModel.h"
 #include "Core/ViewModels/HistoricoViewModel.h"
 
 #include <qqml.h>
 
-/// Makes the types of Core known to QML, one declaration for each; Core itself sees no QML.
+// What makes the types of Core known to QML, one declaration for each; Core itself sees no QML.
 
 struct MagnitudeCategoryForeign
 {
@@ -31,14 +30,6 @@ struct EarthquakeRepositoryForeign
     QML_FOREIGN(EarthquakeRepository)
     QML_NAMED_ELEMENT(EarthquakeRepository)
     QML_UNCREATABLE("made with its window")
-};
-
-struct EarthquakeListViewModelForeign
-{
-    Q_GADGET
-    QML_FOREIGN(EarthquakeListViewModel)
-    QML_NAMED_ELEMENT(EarthquakeListViewModel)
-    QML_UNCREATABLE("made with its screen")
 };
 
 struct HistoricoViewModelForeign
