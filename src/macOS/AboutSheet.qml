@@ -13,6 +13,9 @@ Sheet {
         horizontalAlignment: Text.AlignHCenter
         color: Theme.secondary
     }
+    component Credit: Paragraph {
+        textStyle: Theme.callout
+    }
 
     title: Texts.localized("menu.about", "Acerca de Terremotos")
     ground: Theme.window
@@ -39,14 +42,28 @@ Sheet {
         text: Texts.localized("about.licence", "Software libre bajo la Licencia Pública General GNU, versión 3 o posterior. Sin garantía alguna.")
     }
     Item { width: 1; height: Theme.l }
-    Paragraph {
-        text: Texts.localized("about.credits", "Datos de terremotos: Instituto Geográfico Nacional (IGN).")
-    }
-    Paragraph {
-        text: Texts.localized("about.map", "Mapa: © IGN CC BY 4.0 · GSHHG · Natural Earth · ETOPO5")
-    }
-    Paragraph {
-        text: Texts.localized("about.type", "Tipografía: Inter (SIL Open Font License)")
+    Column {
+        width: parent.width
+        spacing: Theme.s
+
+        Credit {
+            text: Texts.localized("about.credits", "Datos de terremotos: Instituto Geográfico Nacional (IGN).")
+        }
+        Credit {
+            text: Texts.localized("about.coast", "Costa: GSHHG 2.3.7 (Wessel y Smith, 1996; LGPL-3.0-or-later), modificada.")
+        }
+        Credit {
+            text: Texts.localized("about.municipalities", "Límites municipales y ajuste de la costa: obra derivada de Líneas Límite Jurisdiccionales, CC BY 4.0 ign.es (Instituto Geográfico Nacional), a través de es-atlas (MIT, © Martín González); generalizados y suavizados.")
+        }
+        Credit {
+            text: Texts.localized("about.countries", "Fronteras: Natural Earth (dominio público), a través de world-atlas (ISC, © Michael Bostock).")
+        }
+        Credit {
+            text: Texts.localized("about.seafloor", "Relieve submarino esquemático: ETOPO5, NOAA/NGDC 1988. No apto para la navegación.")
+        }
+        Credit {
+            text: Texts.localized("about.type", "Tipografía: Inter (SIL Open Font License)")
+        }
     }
     Item { width: 1; height: Theme.xxl }
 }
