@@ -3,7 +3,7 @@ import QtQuick
 import orvalia.Shared
 import orvalia.Shell
 
-/// The sidebar in its window: beside the content with a divider that can be dragged, or sliding over it with a scrim.
+/// The sidebar in its window: beside the content with a divider that pointer and arrows move, or sliding over it with a scrim.
 FocusScope {
     id: root
 
@@ -31,6 +31,10 @@ FocusScope {
 
     function focusSections(): void {
         sidebar.focusSections()
+    }
+
+    function widenTo(wanted: real): void {
+        root.preferredWidth = Math.max(root.leastWidth, wanted)
     }
 
     Behavior on presence {
@@ -93,10 +97,25 @@ FocusScope {
         }
     }
     Item {
+        id: splitter
+
+        readonly property real step: 10
+
         x: panel.x + panel.width - width / 2
         width: Theme.s
         height: root.height
         visible: panel.visible && !root.slidesOver
+        activeFocusOnTab: true
+        Keys.onLeftPressed: root.widenTo(root.roomyWidth - step)
+        Keys.onRightPressed: root.widenTo(root.roomyWidth + step)
+        Accessible.role: Accessible.Splitter
+        Accessible.name: Texts.localized("sidebar.width", "Ancho de la barra lateral")
+        Accessible.focusable: true
+
+        FocusRing {
+            inside: true
+            shown: splitter.activeFocus
+        }
 
         HoverHandler {
             cursorShape: Qt.SplitHCursor
@@ -108,7 +127,7 @@ FocusScope {
             xAxis.enabled: true
             yAxis.enabled: false
             onActiveChanged: if (active) startWidth = root.roomyWidth
-            onTranslationChanged: root.preferredWidth = Math.max(root.leastWidth, startWidth + translation.x)
+            onTranslationChanged: root.widenTo(startWidth + translation.x)
         }
     }
 }

@@ -46,8 +46,8 @@ private Q_SLOTS:
     {
         Table<QSize, QString> row;
         row("wide", wide,
-            "Terremotos|Ajustes|Información|Actualizar terremotos|Abrir filtros|Buscar por localización|Sismos|"
-            "Menú principal|Mostrar/Ocultar barra lateral|Terremotos");
+            "Terremotos|Ajustes|Información|Ancho de la barra lateral|Actualizar terremotos|Abrir filtros|"
+            "Buscar por localización|Sismos|Menú principal|Mostrar/Ocultar barra lateral|Terremotos");
         row("narrow, the sidebar folded", narrow,
             "Sismos|Mostrar/Ocultar barra lateral|Actualizar terremotos|Abrir filtros|Buscar por localización|Sismos");
     }

@@ -55,6 +55,12 @@ private Q_SLOTS:
             return shown.item("sidebar")->width();
         };
         QCOMPARE(drag(190, 20), 160.0);
+        shown.named("Ancho de la barra lateral")->forceActiveFocus(Qt::TabFocusReason);
+        for (const auto &[key, width] :
+             {std::pair(Qt::Key_Right, 170.0), {Qt::Key_Left, 160.0}, {Qt::Key_Left, 160.0}}) {
+            shown.press(key);
+            QCOMPARE(shown.item("sidebar")->width(), width);
+        }
         // 1100 less the 360 that the content keeps.
         QCOMPARE(drag(160, 1000), 740.0);
         shown.window().resize(700, 720);
