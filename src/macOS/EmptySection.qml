@@ -2,21 +2,15 @@
 import QtQuick
 import orvalia.Shared
 
-/// A page without content: the place of a section, or the hint to select one.
+/// The page while no section is selected: a hint to select one.
 NavigationStack {
-    id: root
-
-    required property string title
-    property string hint: ""
-
     initialItem: NavigationPage {
-        title: root.title
+        title: ""
 
         EmptyState {
             anchors.fill: parent
             iconName: "sidebar.left"
-            title: root.hint
-            visible: root.hint.length > 0
+            title: Texts.localized("mac.selectSection", "Select a section")
         }
     }
 }

@@ -156,10 +156,7 @@ T.ApplicationWindow {
         SectionLoader {
             sectionId: ""
             shell: screen
-            sourceComponent: EmptySection {
-                title: ""
-                hint: Texts.localized("mac.selectSection", "Select a section")
-            }
+            sourceComponent: EmptySection {}
         }
         // qmllint enable unqualified
     }
