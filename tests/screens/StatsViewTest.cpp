@@ -63,7 +63,7 @@ private Q_SLOTS:
         QCOMPARE(colorOfLastHour("Última hora: 0"), u"#4a5e6c"_s);
         QCOMPARE(shown.item("none")->property("color").toString(), u"#74858f"_s);
         QVERIFY(shown.named("Moderado"));
-        QVERIFY(shown.named("28.0° N  16.5° O"));
+        QVERIFY(shown.named("1. W FRONTERA.IHI, 28.0° N  16.5° O, 1, Ø 4.2"));
         QCOMPARE(faultsOfItems(shown.window()), QStringList());
 
         shown.store({{30min, 1.0, 10.0}});

@@ -34,7 +34,7 @@ PressableControl {
     contentItem: Item {
         implicitWidth: label.x + label.implicitWidth + Theme.s + Theme.iconPicker
 
-        PickerDot {
+        CategoryDot {
             id: dot
 
             anchors.verticalCenter: parent.verticalCenter

@@ -33,7 +33,7 @@ PressableControl {
             color: Theme.accent
             visible: root.ticked
         }
-        PickerDot {
+        CategoryDot {
             id: dot
 
             x: Theme.iconField + Theme.s

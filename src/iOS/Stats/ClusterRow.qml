@@ -17,6 +17,8 @@ Item {
     readonly property real dividerInset: 32
 
     implicitHeight: words.implicitHeight + 2 * Theme.s + (isLast ? 0 : Theme.hair)
+    Accessible.role: Accessible.StaticText
+    Accessible.name: rank + ". " + DisplayText.oneLine(displayName) + ", " + coordinates + ", " + count + ", " + average
 
     NumberText {
         x: (root.rankWidth - width) / 2
@@ -27,8 +29,7 @@ Item {
         font.pixelSize: Theme.caption.size
         font.weight: Font.Bold
         line: Theme.caption.line
-        Accessible.role: Accessible.StaticText
-        Accessible.name: text
+        Accessible.ignored: true
     }
     Column {
         id: words
@@ -43,12 +44,14 @@ Item {
             textStyle: Theme.subheadline
             font.weight: Font.DemiBold
             content: root.displayName
+            Accessible.ignored: true
         }
         PlainText {
             width: parent.width
             textStyle: Theme.caption
             color: Theme.tertiary
             text: root.coordinates
+            Accessible.ignored: true
         }
     }
     Column {
@@ -63,12 +66,14 @@ Item {
             count: root.count
             color: Theme.primary
             font.weight: Font.DemiBold
+            Accessible.ignored: true
         }
         PlainText {
             anchors.right: parent.right
             textStyle: Theme.caption
             color: Theme.secondary
             text: root.average
+            Accessible.ignored: true
         }
     }
     Divider {

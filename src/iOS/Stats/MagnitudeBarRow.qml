@@ -18,13 +18,10 @@ Column {
         width: root.width
         height: label.height
 
-        CategoryGround {
+        CategoryDot {
             id: dot
 
             anchors.verticalCenter: parent.verticalCenter
-            width: 10
-            height: 10
-            radius: 5
             color: root.category.color
         }
         PlainText {

@@ -12,9 +12,6 @@ Rectangle {
     required property color fill
     /// The fill carries the edge of magnitude colours.
     property bool hasEdge: false
-    readonly property real minimumValue: 0
-    readonly property real maximumValue: 1
-    readonly property real value: fraction
     property real shownFraction: fraction
     readonly property int percent: Math.round(fraction * 100)
 

@@ -2,7 +2,7 @@
 import QtQuick
 import orvalia.Shared
 
-/// The dot in front of a choice; nothing when transparent.
+/// The dot in front of a category's name; nothing when transparent.
 CategoryGround {
     width: color.a > 0 ? 10 : 0
     height: 10
