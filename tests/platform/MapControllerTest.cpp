@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "Platform/Map/MapController.h"
 #include "Platform/Map/MapGraticule.h"
+#include "Platform/Text/Localization.h"
 #include "Support/Table.h"
 #include "Support/World.h"
 
@@ -243,6 +244,9 @@ private Q_SLOTS:
         hand.controller.setStill(true);
         hand.controller.turnWheel(2400, 550, 360);
         QCOMPARE(graticule.index(0).data(MapGraticule::textRole).toString(), u"15,810°O"_s);
+        setTranslationTable(R"({"map.decimalSeparator": ".", "map.west": "W"})");
+        QCOMPARE(graticule.index(0).data(MapGraticule::textRole).toString(), u"15.810°W"_s);
+        setTranslationTable({});
     }
 };
 

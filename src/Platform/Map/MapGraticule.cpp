@@ -85,7 +85,8 @@ QString MapGraticule::text(const Figure &figure) const
         : m_step >= 0.1 && m_step != 0.25   ? 1
         : m_step >= 0.01 && m_step != 0.025 ? 2
                                             : 3;
-    const QString degrees = fixedText(std::abs(figure.degrees), decimals).replace(u'.', u',') + u'°';
+    const QString separator = localized("map.decimalSeparator", QStringLiteral(","));
+    const QString degrees = fixedText(std::abs(figure.degrees), decimals).replace(u'.', separator) + u'°';
     if (figure.isMeridian)
         return degrees
             + (figure.degrees < 0 ? localized("map.west", QStringLiteral("O"))
