@@ -26,6 +26,11 @@ QString fixedText(double value, int decimals)
     return text(value, decimals);
 }
 
+QString kilometersText(double kilometers)
+{
+    return fixedText(kilometers, 0) + QStringLiteral(" km");
+}
+
 QString shortestText(double value)
 {
     const QString digits = text(value);

@@ -34,7 +34,7 @@ QList<PickerChoice> radiusChoices()
 {
     QList<PickerChoice> choices;
     for (const double radiusKm : radiiKm)
-        choices.append({fixedText(radiusKm, 0) + QStringLiteral(" km")});
+        choices.append({kilometersText(radiusKm)});
     return choices;
 }
 

@@ -26,7 +26,7 @@ void MapScreen::componentComplete()
 {
     m_viewModel = std::make_unique<MapViewModel>(*m_repository);
     watch();
-    m_clockTask = Task::start(Platform::current().clock, this, [this](Task &task) { tick(task); });
+    m_redrawTask = Task::start(Platform::current().clock, this, [this](Task &task) { tick(task); });
     redraw();
 }
 
@@ -144,7 +144,7 @@ QString MapScreen::magnitudeType() const
 
 QString MapScreen::depthText() const
 {
-    return m_called ? fixedText(m_called->depth(), 0) + QStringLiteral(" km") : QString();
+    return m_called ? kilometersText(m_called->depth()) : QString();
 }
 
 void MapScreen::setSelectedFilter(int choice)

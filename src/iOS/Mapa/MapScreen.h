@@ -107,7 +107,7 @@ private:
     ModelContainer *m_container = nullptr;
     EarthquakeRepository *m_repository = nullptr;
     std::unique_ptr<MapViewModel> m_viewModel;
-    Task::Handle m_clockTask;
+    Task::Handle m_redrawTask;
     DateFormatter m_dates;
     EarthquakeMarkerSet m_markers;
     /// What the markers are of; absent once other events are stored.

@@ -15,11 +15,6 @@ constexpr size_t maximumEdits = 64;
 constexpr qsizetype maximumLookAhead = 64;
 /// Longest place name that is read out, in characters. Real ones have up to 40.
 constexpr qsizetype maximumSpokenName = 200;
-
-QString depthText(double depthKm)
-{
-    return fixedText(depthKm, 0) + QStringLiteral(" km");
-}
 }
 
 /// The list that is to be shown, as one array.
@@ -74,7 +69,7 @@ QVariant EarthquakeSectionModel::data(const QModelIndex &index, int role) const
     case dateTextRole:
         return m_dates.string(row.earthquake.date());
     case depthTextRole:
-        return depthText(row.earthquake.depth());
+        return kilometersText(row.earthquake.depth());
     case sectionRole:
         return m_sectionIds.at(row.section);
     case sentenceRole:
@@ -236,5 +231,5 @@ QString EarthquakeSectionModel::sentence(const Earthquake &earthquake) const
 {
     return formatted(localized("list.row.sentence", QStringLiteral("Magnitud %@, %@, %@, profundidad %@")),
                      {fixedText(earthquake.magnitude(), 1), oneLine(earthquake.location()).left(maximumSpokenName),
-                      m_dates.string(earthquake.date()), depthText(earthquake.depth())});
+                      m_dates.string(earthquake.date()), kilometersText(earthquake.depth())});
 }

@@ -50,7 +50,7 @@ QString EarthquakeDetailScreen::epicenterText() const
 
 QString EarthquakeDetailScreen::depthText() const
 {
-    return earthquake() ? fixedText(earthquake()->depth(), 0) + QStringLiteral(" km") : QString();
+    return earthquake() ? kilometersText(earthquake()->depth()) : QString();
 }
 
 QString EarthquakeDetailScreen::magnitudeText() const
