@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "iOS/Shared/MarkerPicture.h"
 
+#include "iOS/Shared/DigitCells.h"
+
 #include <QFontMetricsF>
 #include <QPainter>
 #include <QPainterPath>
@@ -31,7 +33,7 @@ void paintShadow(QPainter &painter, const QPointF &center, double radius, double
     painter.drawEllipse(center, reach, reach);
 }
 
-/// Digits in cells of equal width, so that all magnitudes sit alike; a long text is drawn smaller to stay on the disc.
+/// All magnitudes sit alike; a long text is drawn smaller to stay on the disc.
 void paintText(QPainter &painter, const MarkerLook &look, const QPointF &center)
 {
     constexpr double outlineScale = 10;
@@ -40,23 +42,18 @@ void paintText(QPainter &painter, const MarkerLook &look, const QPointF &center)
     font.setWeight(QFont::Bold);
     font.setHintingPreference(QFont::PreferNoHinting);
     const QFontMetricsF metrics(font);
-    double digitWidth = 0;
-    for (char16_t digit = u'0'; digit <= u'9'; ++digit)
-        digitWidth = std::max(digitWidth, metrics.horizontalAdvance(QChar(digit)));
     QPainterPath path;
-    double x = 0;
-    for (const QChar &letter : look.text) {
-        const double advance = metrics.horizontalAdvance(letter);
-        const double width = letter.isDigit() ? digitWidth : advance;
-        path.addText(x + (width - advance) / 2, metrics.capHeight() / 2, font, letter);
-        x += width;
+    double width = 0;
+    for (const DigitCell &cell : digitCells(look.text, metrics)) {
+        path.addText(cell.x, metrics.capHeight() / 2, font, cell.text);
+        width += cell.width;
     }
-    const double fitting = std::min(1.0, (look.diameter - 6) * outlineScale / std::max(x, 1.0));
+    const double fitting = std::min(1.0, (look.diameter - 6) * outlineScale / std::max(width, 1.0));
     const double scale = fitting / outlineScale;
     QColor color = Qt::black;
     color.setAlphaF(textOpacity);
     painter.save();
-    painter.translate(center - QPointF(x * scale / 2, 0));
+    painter.translate(center - QPointF(width * scale / 2, 0));
     painter.scale(scale, scale);
     painter.fillPath(path, color);
     painter.restore();

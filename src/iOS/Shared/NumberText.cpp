@@ -1,56 +1,19 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "iOS/Shared/NumberText.h"
 
+#include "iOS/Shared/DigitCells.h"
+
 #include <QFontMetricsF>
 #include <QPainter>
 #include <QPainterPath>
 
-#include <algorithm>
 #include <cmath>
-#include <vector>
 
 namespace {
-/// A digit, or the text between two digits, and where it is drawn.
-struct Cell
-{
-    QString text;
-    qreal x;
-    qreal width;
-};
-
-qreal widestDigit(const QFontMetricsF &metrics)
-{
-    qreal widest = 0;
-    for (char16_t digit = u'0'; digit <= u'9'; ++digit)
-        widest = std::max(widest, metrics.horizontalAdvance(QChar(digit)));
-    return widest;
-}
-
-/// Digits centred in cells of their own, what lies between them as runs in the font's own spacing.
-std::vector<Cell> cellsOf(const QString &text, const QFontMetricsF &metrics)
-{
-    const qreal digitWidth = widestDigit(metrics);
-    std::vector<Cell> cells;
-    qreal x = 0;
-    for (qsizetype begin = 0; begin < text.size();) {
-        qsizetype end = begin + 1;
-        const bool isDigit = text.at(begin).isDigit();
-        while (!isDigit && end < text.size() && !text.at(end).isDigit())
-            ++end;
-        const QString run = text.mid(begin, end - begin);
-        const qreal advance = metrics.horizontalAdvance(run);
-        const qreal width = isDigit ? std::max(digitWidth, advance) : advance;
-        cells.push_back({run, x + (width - advance) / 2, width});
-        x += width;
-        begin = end;
-    }
-    return cells;
-}
-
-qreal widthOf(const std::vector<Cell> &cells)
+qreal widthOf(const std::vector<DigitCell> &cells)
 {
     qreal width = 0;
-    for (const Cell &cell : cells)
+    for (const DigitCell &cell : cells)
         width += cell.width;
     return width;
 }
@@ -61,7 +24,7 @@ QString fitted(QString text, const QFontMetricsF &metrics, qreal width)
     const QString whole = text;
     while (!text.isEmpty()) {
         QString shown = text.size() == whole.size() ? whole : text + QChar(0x2026);
-        if (widthOf(cellsOf(shown, metrics)) <= width + 0.5)
+        if (widthOf(digitCells(shown, metrics)) <= width + 0.5)
             return shown;
         text.chop(1);
     }
@@ -118,7 +81,7 @@ void NumberText::measure()
     if (!isComponentComplete())
         return;
     const QFontMetricsF metrics(m_font);
-    setImplicitSize(std::ceil(widthOf(cellsOf(m_text, metrics))), m_line > 0 ? m_line : std::ceil(metrics.height()));
+    setImplicitSize(std::ceil(widthOf(digitCells(m_text, metrics))), m_line > 0 ? m_line : std::ceil(metrics.height()));
     repaint();
 }
 
@@ -134,7 +97,7 @@ QImage NumberText::picture(QSize size, qreal scale) const
     QPainterPath outlines;
     outlines.setFillRule(Qt::WindingFill);
     const qreal baseline = std::round((height() - metrics.height()) / 2 + metrics.ascent());
-    for (const Cell &cell : cellsOf(fitted(m_text, metrics, width()), metrics))
+    for (const DigitCell &cell : digitCells(fitted(m_text, metrics, width()), metrics))
         outlines.addText(QPointF(cell.x, baseline), m_font, cell.text);
     painter.fillPath(outlines, m_color);
     return image;

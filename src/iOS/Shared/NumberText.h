@@ -5,9 +5,7 @@
 #include <QColor>
 #include <QFont>
 
-/// One line of plain text whose digits stand in cells of equal width, so that numbers neither jump as they change nor
-/// lose their columns under one another. Inter's own digits differ in width, and Qt Quick cannot ask the font for its
-/// tabular ones. Too long a text is cut off with an ellipsis.
+/// One line of plain text whose digits stand in cells of equal width. Too long a text is cut off with an ellipsis.
 class NumberText : public PictureItem
 {
     Q_OBJECT
