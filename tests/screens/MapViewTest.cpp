@@ -170,15 +170,15 @@ private Q_SLOTS:
         QCOMPARE(spoken(), u"Mapa"_s);
         map.press(Qt::Key_Left, Qt::AltModifier);
         map.press(Qt::Key_Left, Qt::AltModifier);
-        QVERIFY2(spoken().startsWith(u"4.1, W FRONTERA.IHI, Nov 22, 2026, "_s), qPrintable(spoken()));
+        QVERIFY2(spoken().startsWith(u"Magnitud 4.1, W FRONTERA.IHI, Nov 22, 2026, "_s), qPrintable(spoken()));
         map.press(Qt::Key_Down, Qt::AltModifier);
-        QVERIFY2(spoken().startsWith(u"6.2"_s), qPrintable(spoken()));
+        QVERIFY2(spoken().startsWith(u"Magnitud 6.2"_s), qPrintable(spoken()));
         map.press(Qt::Key_Return);
         QVERIFY(map.hasCallout());
         map.press(Qt::Key_Escape);
         QVERIFY(!map.hasCallout());
         map.click(map.at(28.6, -17.9));
-        QVERIFY2(spoken().startsWith(u"4.1"_s), qPrintable(spoken()));
+        QVERIFY2(spoken().startsWith(u"Magnitud 4.1"_s), qPrintable(spoken()));
         map.press(Qt::Key_Return);
         QVERIFY(!map.hasCallout());
         // From the callout Escape goes back to the map.

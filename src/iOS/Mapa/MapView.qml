@@ -96,13 +96,11 @@ NavigationStack {
                 markers: screen.markers
             }
             FocusRing {
-                readonly property real reach: (walk.isOnSelected ? 36 * 1.2 + 2.5 : 28) + 2 * Theme.focusGap
-
                 anchors.fill: undefined
                 anchors.margins: 0
                 x: walk.position.x - width / 2
                 y: walk.position.y - height / 2
-                width: reach + 2 * Theme.focusWidth
+                width: walk.diameter + 2 * (Theme.focusGap + Theme.focusWidth)
                 height: width
                 radius: width / 2
                 shown: walk.isOnMap && map.hasKeyboardFocus

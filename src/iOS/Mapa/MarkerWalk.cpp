@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "iOS/Mapa/MarkerWalk.h"
 
+#include "Platform/Text/Localization.h"
 #include "Platform/Text/NumberFormat.h"
 #include "Platform/Text/OneLine.h"
 
@@ -31,17 +32,19 @@ QPointF MarkerWalk::position() const
     return isOnMap() ? m_layer->place(*m_current) : QPointF();
 }
 
-bool MarkerWalk::isOnSelected() const
+double MarkerWalk::diameter() const
 {
-    return isOnMap() && m_screen->viewModel()->selectedEarthquake() == m_current;
+    const bool isOnSelected = isOnMap() && m_screen->viewModel()->selectedEarthquake() == m_current;
+    return isOnSelected ? 2 * MarkerLook::selectedReach : MarkerLook().diameter;
 }
 
 QString MarkerWalk::text() const
 {
     if (!isOnMap())
         return {};
-    return fixedText(m_current->magnitude(), 1) + QStringLiteral(", ") + oneLine(m_current->location())
-        + QStringLiteral(", ") + m_screen->dateText(*m_current);
+    return formatted(
+        localized("map.marker.sentence", QStringLiteral("Magnitud %@, %@, %@")),
+        {fixedText(m_current->magnitude(), 1), oneLine(m_current->location()), m_screen->dateText(*m_current)});
 }
 
 bool MarkerWalk::pressKey(int key, int modifiers)

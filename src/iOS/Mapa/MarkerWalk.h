@@ -18,7 +18,8 @@ class MarkerWalk : public QObject, public QQmlParserStatus
     Q_PROPERTY(bool isOnMap READ isOnMap NOTIFY changed)
     /// In the layer.
     Q_PROPERTY(QPointF position READ position NOTIFY changed)
-    Q_PROPERTY(bool isOnSelected READ isOnSelected NOTIFY changed)
+    /// Of the marker it stands on, ring included.
+    Q_PROPERTY(double diameter READ diameter NOTIFY changed)
     /// Magnitude, place and time of the event, for a screen reader; empty where it stands on none.
     Q_PROPERTY(QString text READ text NOTIFY changed)
 
@@ -30,7 +31,7 @@ public:
 
     bool isOnMap() const;
     QPointF position() const;
-    bool isOnSelected() const;
+    double diameter() const;
     QString text() const;
 
     /// False for keys that mean nothing here.

@@ -9,17 +9,17 @@ Item {
     required property real magnitude
     required property bool isSelected
     required property bool isLatest
-    readonly property real markerSize: isGrown ? 36 : 28
+    readonly property real markerSize: disc.diameter
     /// It grows after it is there, so that it is seen to grow.
     property bool isReady: false
     readonly property bool isGrown: isSelected && isReady
     /// On its way from one size to the other.
-    property real discSize: markerSize
+    property real growth: isGrown ? 1 : 0
 
     /// It has shrunk to the size of all others.
     signal settled
 
-    scale: isGrown ? 1.2 : 1
+    scale: isGrown ? disc.selectedScale : 1
     Component.onCompleted: isReady = true
     onIsGrownChanged: settleAtOnce()
 
@@ -30,7 +30,7 @@ Item {
             easing.bezierCurve: Theme.springCurve // qmllint disable
         }
     }
-    Behavior on discSize {
+    Behavior on growth {
         NumberAnimation {
             duration: Theme.springSelect
             easing.type: Easing.BezierSpline
@@ -46,26 +46,26 @@ Item {
 
             objectName: "ripple"
             delay: modelData
-            baseSize: root.discSize
+            baseSize: root.markerSize
         }
     }
     MarkerDisc {
+        id: disc
+
         anchors.centerIn: parent
         magnitude: root.magnitude
-        diameter: root.discSize
-        fontSize: 9 + (root.discSize - 28) / 4
-        shadowRadius: 1 + (root.discSize - 28) * 3 / 8
+        growth: root.growth
         edge: Theme.categoryEdge
     }
     Rectangle {
         anchors.centerIn: parent
-        width: root.discSize + border.width
+        width: root.markerSize + border.width
         height: width
         radius: width / 2
         visible: root.isGrown
         color: "transparent"
-        border.width: 2.5
-        border.color: "white"
+        border.width: disc.selectedLine
+        border.color: Theme.markerLine
     }
 
     function settleWhenStopped(running: bool): void {

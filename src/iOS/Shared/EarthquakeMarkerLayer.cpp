@@ -16,12 +16,8 @@
 namespace {
 /// A finger takes what is so near to its middle.
 constexpr double fingerRadius = 22;
-/// Disc of the selected marker, with its scale.
-constexpr double selectedRadius = 18 * 1.2;
-/// Half the ring around it.
-constexpr double selectedEdge = 2.5 / 2 * 1.2;
-/// Of the item that stands among dots, in pixels.
-constexpr double standingHeight = 24;
+/// Disc of the selected marker as it shows.
+constexpr double selectedRadius = MarkerLook::selectedDiameter / 2 * MarkerLook::selectedScale;
 
 bool isSoftware(QQuickWindow *window)
 {
@@ -153,13 +149,14 @@ std::shared_ptr<const MapAnnotations> EarthquakeMarkerLayer::annotations(const M
         if (m_levels[mark] > level || !reach.contains(position))
             continue;
         result->positions.push_back(position);
-        const double drop = enlarged == qsizetype(mark) ? selectedRadius + selectedEdge - radius() : 0;
+        const double drop = enlarged == qsizetype(mark) ? MarkerLook::selectedReach - radius() : 0;
         result->titles.push_back({position, m_markers->earthquakes()[mark].location(), drop});
     }
     if (standing) {
         const QPointF position = WebMercator::toWorld(standing->coordinate());
         // Its item is taller than a dot: two dots, one above the other, hold the room of it.
-        const QPointF above = camera.toWorld(camera.toScreen(position) - QPointF(0, standingHeight - m_look.diameter));
+        const QPointF above =
+            camera.toWorld(camera.toScreen(position) - QPointF(0, standingHeight() - m_look.diameter));
         result->positions.insert(result->positions.end(), {position, above});
         result->titles.insert(result->titles.begin(), {position, standing->location(), 0});
     }

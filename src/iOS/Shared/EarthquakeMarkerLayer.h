@@ -22,6 +22,8 @@ class EarthquakeMarkerLayer : public MapAnnotationSource
     /// Line inside the edge of every disc.
     Q_PROPERTY(QColor edge READ edge WRITE setEdge NOTIFY edgeChanged)
     Q_PROPERTY(RaisedMarkers *raised READ raised CONSTANT)
+    /// Pixels that the item of the selected event among dots reaches up.
+    Q_PROPERTY(double standingHeight READ standingHeight CONSTANT)
 
 public:
     enum class Style {
@@ -40,6 +42,7 @@ public:
     Style style() const { return m_style; }
     QColor edge() const { return m_look.edge; }
     RaisedMarkers *raised() { return &m_raised; }
+    double standingHeight() const { return 24; }
     void setController(MapController *controller);
     void setMarkers(EarthquakeMarkerSet *markers);
     void setStyle(Style style);

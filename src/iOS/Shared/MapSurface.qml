@@ -20,9 +20,8 @@ FocusScope { // qmllint disable
     /// The keyboard is here, and not because of a press of the pointer.
     readonly property bool hasKeyboardFocus: gestures.activeFocus && isKeyboardUsed
     property bool isKeyboardUsed: false
-    /// What a screen reader calls the map, and what it says of it.
+    /// What a screen reader calls the map.
     required property string name
-    property string description
     /// On a page that scrolls: the wheel moves the page until the map was clicked into, or with Ctrl.
     property alias wheelNeedsFocus: gestures.wheelNeedsFocus
     default property alias layers: layerHolder.data
@@ -82,7 +81,6 @@ FocusScope { // qmllint disable
             || event.key === Qt.Key_Backtab
         Accessible.role: Accessible.Graphic
         Accessible.name: root.name
-        Accessible.description: root.description
         Accessible.focusable: true
     }
     Item {

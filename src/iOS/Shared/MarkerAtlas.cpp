@@ -9,7 +9,7 @@
 #include <cmath>
 
 namespace {
-/// As many as a byte can tell rows of them, and a texture of modest size can hold.
+/// As many as a texture of modest size can hold.
 constexpr int mostCells = MarkerAtlas::columns * 32;
 }
 

@@ -5,6 +5,8 @@
 
 #include <QPainter>
 
+#include <cmath>
+
 MarkerDisc::MarkerDisc(QQuickItem *parent)
     : PictureItem(parent)
 {
@@ -20,27 +22,15 @@ void MarkerDisc::setMagnitude(double magnitude)
     lookChanged();
 }
 
-void MarkerDisc::setDiameter(double diameter)
+void MarkerDisc::setGrowth(double growth)
 {
-    if (m_look.diameter == diameter)
+    if (m_growth == growth)
         return;
-    m_look.diameter = diameter;
-    lookChanged();
-}
-
-void MarkerDisc::setFontSize(double fontSize)
-{
-    if (m_look.fontSize == fontSize)
-        return;
-    m_look.fontSize = fontSize;
-    lookChanged();
-}
-
-void MarkerDisc::setShadowRadius(double shadowRadius)
-{
-    if (m_look.shadowRadius == shadowRadius)
-        return;
-    m_look.shadowRadius = shadowRadius;
+    m_growth = growth;
+    const MarkerLook atRest;
+    m_look.diameter = std::lerp(atRest.diameter, MarkerLook::selectedDiameter, growth);
+    m_look.fontSize = std::lerp(atRest.fontSize, MarkerLook::selectedFontSize, growth);
+    m_look.shadowRadius = std::lerp(atRest.shadowRadius, MarkerLook::selectedShadowRadius, growth);
     lookChanged();
 }
 

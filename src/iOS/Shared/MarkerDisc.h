@@ -10,24 +10,26 @@ class MarkerDisc : public PictureItem
     Q_OBJECT
     QML_ELEMENT
     Q_PROPERTY(double magnitude READ magnitude WRITE setMagnitude NOTIFY changed)
-    /// Logical pixels, as are the next two.
-    Q_PROPERTY(double diameter READ diameter WRITE setDiameter NOTIFY changed)
-    Q_PROPERTY(double fontSize READ fontSize WRITE setFontSize NOTIFY changed)
-    Q_PROPERTY(double shadowRadius READ shadowRadius WRITE setShadowRadius NOTIFY changed)
+    /// From 0, like all others, to 1, selected.
+    Q_PROPERTY(double growth READ growth WRITE setGrowth NOTIFY changed)
     Q_PROPERTY(QColor edge READ edge WRITE setEdge NOTIFY changed)
+    /// Logical pixels.
+    Q_PROPERTY(double diameter READ diameter NOTIFY changed)
+    /// Of the ring round a selected one, and of both together.
+    Q_PROPERTY(double selectedLine READ selectedLine CONSTANT)
+    Q_PROPERTY(double selectedScale READ selectedScale CONSTANT)
 
 public:
     explicit MarkerDisc(QQuickItem *parent = nullptr);
 
     double magnitude() const { return m_magnitude; }
-    double diameter() const { return m_look.diameter; }
-    double fontSize() const { return m_look.fontSize; }
-    double shadowRadius() const { return m_look.shadowRadius; }
+    double growth() const { return m_growth; }
     QColor edge() const { return m_look.edge; }
+    double diameter() const { return m_look.diameter; }
+    double selectedLine() const { return MarkerLook::selectedLine; }
+    double selectedScale() const { return MarkerLook::selectedScale; }
     void setMagnitude(double magnitude);
-    void setDiameter(double diameter);
-    void setFontSize(double fontSize);
-    void setShadowRadius(double shadowRadius);
+    void setGrowth(double growth);
     void setEdge(const QColor &edge);
 
 Q_SIGNALS:
@@ -40,5 +42,6 @@ private:
     void lookChanged();
 
     double m_magnitude = 0;
+    double m_growth = 0;
     MarkerLook m_look;
 };

@@ -25,6 +25,15 @@ struct MarkerLook
     double shadowRadius = 1;
     /// Line inside the disc's edge; transparent for none.
     QColor edge = Qt::transparent;
+
+    /// A selected badge: its disc, the line of the ring on the disc's edge, and the scale of both.
+    static constexpr double selectedDiameter = 36;
+    static constexpr double selectedFontSize = 11;
+    static constexpr double selectedShadowRadius = 4;
+    static constexpr double selectedLine = 2.5;
+    static constexpr double selectedScale = 1.2;
+    /// Its radius on the screen, ring included.
+    static constexpr double selectedReach = (selectedDiameter + selectedLine) / 2 * selectedScale;
 };
 
 /// Room round the disc that its shadow takes, in logical pixels.

@@ -5,7 +5,7 @@ import orvalia.Shared
 
 /// Colours, text styles, measures, shadows and motion of every screen, named by what they are for. Lengths are logical
 /// pixels, durations milliseconds. It follows the desktop's scheme live. The colours of magnitudes are not here: they
-/// are MagnitudeCategory.color.
+/// are MagnitudeCategory.color; nor are those that base map, marker layer and ripples paint in C++.
 QtObject {
     id: root
 
@@ -46,7 +46,6 @@ QtObject {
 
     // Lines and fills.
     readonly property color divider: dark ? "#1CE8EDF0" : "#1C1A2228"
-    readonly property color border: dark ? "#2EE8EDF0" : "#2B1A2228"
     readonly property color systemFill: dark ? "#2BA3B3BE" : "#214A5E6C"
     readonly property color systemFillStrong: dark ? "#3DA3B3BE" : "#334A5E6C"
 
@@ -70,6 +69,7 @@ QtObject {
     readonly property color mapFigures: dark ? "#8C9CC4D8" : "#BF3F6C86"
     readonly property color mapInk: dark ? "#D9E7EEF0" : "#D924313A"
     readonly property color mapHalo: dark ? "#A60F212D" : "#A6C9DFEA"
+    readonly property color markerLine: "white"
 
     // Small things.
     readonly property color tipGround: dark ? "#E8EDF0" : "#262E34"
@@ -96,7 +96,6 @@ QtObject {
 
     // Text.
     readonly property string fontFamily: "Inter"
-    readonly property TextStyle largeTitle: TextStyle { size: 28; weight: Font.Bold; line: 34; tracking: -0.5 }
     readonly property TextStyle title: TextStyle { size: 24; weight: Font.Bold; line: 30; tracking: -0.4 }
     readonly property TextStyle title2: TextStyle { size: 19; weight: Font.DemiBold; line: 24; tracking: -0.25 }
     readonly property TextStyle title3: TextStyle { size: 16; weight: Font.DemiBold; line: 22; tracking: -0.15 }
@@ -106,8 +105,6 @@ QtObject {
     readonly property TextStyle subheadline: TextStyle { size: 13; line: 18 }
     readonly property TextStyle caption: TextStyle { size: 12; line: 16 }
     readonly property TextStyle caption2: TextStyle { size: 11; line: 14; tracking: 0.05 }
-    readonly property TextStyle marker: TextStyle { size: 9; weight: Font.Bold; line: 9 }
-    readonly property TextStyle markerSelected: TextStyle { size: 11; weight: Font.Bold; line: 11 }
     readonly property TextStyle swatch: TextStyle { size: 9; weight: Font.Bold; line: 11 }
 
     // Space.

@@ -49,6 +49,7 @@ NavigationPage {
             PulsingStar {
                 color: screen.color
                 place: screen.place
+                standingHeight: dots.standingHeight
             }
         }
         Column {

@@ -2,14 +2,17 @@
 import QtQuick
 import orvalia.Shared
 
-/// The event on its map: a disc that stands on its place, with a star and rings that never rest.
+/// The event on its map: a disc that stands on its place, with a star, and rings that go out from it.
 Item {
     id: root
 
     required property color color
     /// Where the event is, in the map's pixels.
     required property point place
-    readonly property real diameter: 22
+    /// Of the disc with its line.
+    required property real standingHeight
+    readonly property real line: 2
+    readonly property real diameter: standingHeight - line
 
     x: place.x - diameter / 2
     y: place.y - diameter
@@ -41,14 +44,14 @@ Item {
         anchors.margins: -border.width / 2
         radius: width / 2
         color: "transparent"
-        border.width: 2
-        border.color: "white"
+        border.width: root.line
+        border.color: Theme.markerLine
     }
     Icon {
         anchors.centerIn: parent
         width: 10
         height: 10
         name: "star.fill"
-        color: "white"
+        color: Theme.markerLine
     }
 }
