@@ -86,13 +86,16 @@ private Q_SLOTS:
         QVERIFY(contents(m_path).contains("bool:true"));
     }
 
-    void unreadableFileIsKeptBesideTheNewOne()
+    void unreadableFilesAreKeptBesideTheNewOne()
     {
-        const QByteArray file = "[General]\nsettings.valueOfAnother=bool:true\nthis is no setting\n";
-        writeFile(file);
-        SettingsUserDefaults(m_path).setBool(key, true);
-        QVERIFY(SettingsUserDefaults(m_path).boolValue(other));
-        QCOMPARE(contents(m_path + u".unreadable"_s), file);
+        const QByteArray first = "[General]\nsettings.valueOfAnother=bool:true\nthis is no setting\n";
+        const QByteArray second = first + "nor is this\n";
+        for (const QByteArray &file : {first, second, second}) {
+            writeFile(file);
+            SettingsUserDefaults(m_path).setBool(key, true);
+            QVERIFY(SettingsUserDefaults(m_path).boolValue(other));
+        }
+        QCOMPARE(contents(m_path + u".unreadable"_s), first + second);
     }
 
 private:
@@ -113,7 +116,7 @@ private:
     void writeFile(const QByteArray &contents)
     {
         QFile file(m_path);
-        QVERIFY(QDir(m_folder->path()).mkdir(u"new folder"_s) && file.open(QIODevice::WriteOnly));
+        QVERIFY(QDir(m_folder->path()).mkpath(u"new folder"_s) && file.open(QIODevice::WriteOnly));
         file.write(contents);
     }
 

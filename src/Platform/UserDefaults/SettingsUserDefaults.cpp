@@ -143,6 +143,15 @@ private:
     QFile m_file;
 };
 
+/// Adds a file that is about to be replaced to those kept, unless it is the last of them: a write may fail and be tried
+/// again.
+void keep(const QByteArray &file, const QString &path)
+{
+    QFile kept(path);
+    if (kept.open(QIODevice::ReadWrite) && !kept.readAll().endsWith(file))
+        kept.write(file);
+}
+
 /// False, and the file as it was, when it could not be written.
 bool replaceFile(const QString &path, const QMap<QString, QString> &texts)
 {
@@ -159,11 +168,8 @@ bool replaceFile(const QString &path, const QMap<QString, QString> &texts)
 
 SettingsUserDefaults::SettingsUserDefaults(const QString &path)
     : m_path(path)
+    , m_saved(parsed(contents(path).value_or(QByteArray())).texts)
 {
-    const Parsed file = parsed(contents(path).value_or(QByteArray()));
-    m_saved = file.texts;
-    if (file.hasOthers)
-        QFile::copy(path, path + QStringLiteral(".unreadable"));
 }
 
 QString SettingsUserDefaults::standardPath()
@@ -194,7 +200,10 @@ void SettingsUserDefaults::change(const QString &key, const QString &text)
     const std::optional<QByteArray> file = contents(m_path);
     if (!file)
         return;
-    Texts texts = parsed(*file).texts;
+    const Parsed present = parsed(*file);
+    if (present.hasOthers)
+        keep(*file, m_path + QStringLiteral(".unreadable"));
+    Texts texts = present.texts;
     for (auto changed = m_changes.cbegin(); changed != m_changes.cend(); ++changed) {
         if (changed.value().isNull())
             texts.remove(changed.key());

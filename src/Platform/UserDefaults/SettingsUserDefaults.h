@@ -8,8 +8,8 @@
 /// number stays a text. Every write replaces the file as a whole, and takes in first what other processes have
 /// written; one that fails is tried again with the next.
 ///
-/// What cannot be read counts as unset. A file with lines that are no settings at all is copied beside itself, with
-/// ".unreadable" behind its name, before the first write drops them.
+/// What cannot be read counts as unset. A file with lines that are no settings at all is kept before a write drops
+/// them: at the end of the file beside it that has ".unreadable" behind its name.
 class SettingsUserDefaults : public UserDefaults
 {
 public:
