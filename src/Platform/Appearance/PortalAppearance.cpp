@@ -6,7 +6,6 @@
 #include <QDBusArgument>
 #include <QDBusMessage>
 #include <QDBusMetaType>
-#include <QDBusPendingCallWatcher>
 #include <QDBusPendingReply>
 #include <QDBusServiceWatcher>
 #include <QDBusVariant>
@@ -38,8 +37,8 @@ PortalAppearance::PortalAppearance(const QDBusConnection &bus, QObject *parent)
                   SLOT(settingChanged(QString, QString, QDBusVariant)));
     // A portal that starts later, or anew, has its say from then on.
     auto *watcher = new QDBusServiceWatcher(portalService, m_bus, QDBusServiceWatcher::WatchForRegistration, this);
-    connect(watcher, &QDBusServiceWatcher::serviceRegistered, this, &PortalAppearance::askAgain);
-    askAgain();
+    connect(watcher, &QDBusServiceWatcher::serviceRegistered, this, &PortalAppearance::askForSettings);
+    askForSettings();
     askForMenuBar();
 }
 
@@ -58,13 +57,21 @@ void PortalAppearance::askForMenuBar()
     });
 }
 
-void PortalAppearance::askAgain()
+void PortalAppearance::askForSettings()
 {
     QDBusMessage call =
         QDBusMessage::createMethodCall(portalService, portalPath, portalSettings, QStringLiteral("ReadAll"));
     call << QStringList{appearanceSpace, interfaceSpace};
-    auto *watcher = new QDBusPendingCallWatcher(m_bus.asyncCall(call), this);
-    connect(watcher, &QDBusPendingCallWatcher::finished, this, &PortalAppearance::takeAll);
+    callAsync(m_bus, call, this, [this](const QDBusPendingCallWatcher &answer) {
+        const QDBusPendingReply<Settings> reply = answer;
+        if (reply.isError())
+            return;
+        const Settings settings = reply.value();
+        for (auto space = settings.begin(); space != settings.end(); ++space)
+            for (auto setting = space->begin(); setting != space->end(); ++setting)
+                take(space.key(), setting.key(), setting.value());
+        Q_EMIT changed();
+    });
 }
 
 Appearance::ColorScheme PortalAppearance::colorScheme() const
@@ -83,19 +90,6 @@ bool PortalAppearance::eventFilter(QObject *watched, QEvent *event)
     return Appearance::eventFilter(watched, event);
 }
 
-void PortalAppearance::takeAll(QDBusPendingCallWatcher *answer)
-{
-    answer->deleteLater();
-    const QDBusPendingReply<Settings> reply = *answer;
-    if (reply.isError())
-        return;
-    const Settings settings = reply.value();
-    for (auto space = settings.begin(); space != settings.end(); ++space)
-        for (auto setting = space->begin(); setting != space->end(); ++setting)
-            take(space.key(), setting.key(), setting.value());
-    Q_EMIT changed();
-}
-
 void PortalAppearance::settingChanged(const QString &space, const QString &key, const QDBusVariant &value)
 {
     take(space, key, value.variant());
@@ -112,8 +106,8 @@ void PortalAppearance::take(const QString &space, const QString &key, const QVar
         else if (value.toUInt() == 2)
             m_colorScheme = ColorScheme::light;
     } else if (space == appearanceSpace && key == QLatin1String("reduced-motion")) {
-        m_reducedMotion = value.toUInt() == 1;
+        m_wantsReducedMotion = value.toUInt() == 1;
     } else if (space == interfaceSpace && key == QLatin1String("enable-animations")) {
-        m_reducedMotion = !value.toBool();
+        m_hasNoAnimations = !value.toBool();
     }
 }

@@ -6,12 +6,11 @@
 
 #include <optional>
 
-class QDBusPendingCallWatcher;
 class QDBusVariant;
 
-/// The desktop's settings portal (org.freedesktop.portal.Settings), asked once and then listened to. Where it gives no
-/// scheme, a palette with light text on a dark ground counts as dark. A menu bar there is where the registrar of menus
-/// (com.canonical.AppMenu.Registrar) was on the bus when this was made.
+/// The desktop's settings portal (org.freedesktop.portal.Settings), asked at the start and whenever it starts anew, and
+/// listened to in between. Where it gives no scheme, a palette with light text on a dark ground counts as dark. A menu
+/// bar there is where the registrar of menus (com.canonical.AppMenu.Registrar) was on the bus when this was made.
 class PortalAppearance : public Appearance
 {
     Q_OBJECT
@@ -21,7 +20,7 @@ public:
     explicit PortalAppearance(const QDBusConnection &bus, QObject *parent = nullptr);
 
     ColorScheme colorScheme() const override;
-    bool reducedMotion() const override { return m_reducedMotion; }
+    bool reducedMotion() const override { return m_wantsReducedMotion || m_hasNoAnimations; }
     bool hasMenuBar() const override { return m_hasMenuBar; }
 
 protected:
@@ -29,16 +28,17 @@ protected:
 
 private Q_SLOTS:
     void settingChanged(const QString &space, const QString &key, const QDBusVariant &value);
-    void askAgain();
 
 private:
+    void askForSettings();
     void askForMenuBar();
-    void takeAll(QDBusPendingCallWatcher *answer);
     /// Stores one setting, when it is one of ours. Values outside the protocol count as "no preference".
     void take(const QString &space, const QString &key, const QVariant &value);
 
     QDBusConnection m_bus;
     std::optional<ColorScheme> m_colorScheme;
-    bool m_reducedMotion = false;
+    /// Said by the portal itself and by GNOME's own setting, of which either counts.
+    bool m_wantsReducedMotion = false;
+    bool m_hasNoAnimations = false;
     bool m_hasMenuBar = false;
 };
