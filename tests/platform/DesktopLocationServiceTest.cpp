@@ -152,7 +152,7 @@ private Q_SLOTS:
         QVERIFY(scene.location.authorizationStatus() == Status::denied);
     }
 
-    void serviceThatIsAbsentHangsOrDiesIsFoundLater()
+    void serviceThatIsAbsentHangsFailsOrDiesIsFoundLater()
     {
         Scene scene;
         QSignalSpy changed(&scene.location, &LocationService::authorizationChanged);
@@ -161,11 +161,15 @@ private Q_SLOTS:
         PrivateBus::goRound(programName);
 
         scene.service = std::make_unique<GeoClue>(scene.bus);
-        scene.service->answers.remove(u"GetClient"_s);
+        scene.service->answers.clear();
         scene.location.startUpdatingLocation();
         scene.location.startUpdatingLocation();
         PrivateBus::letArrive(programName, serviceName);
         QVERIFY2(scene.service->count(u"GetClient"_s) == 1, "asked again while the answer is outstanding");
+        scene.service->send(scene.service->next(u"GetClient"_s).createReply(client));
+        scene.service->send(scene.service->next(u"Start"_s).createErrorReply(QDBusError::Failed, u"no source"_s));
+        PrivateBus::letArrive(serviceName, programName);
+        scene.location.startUpdatingLocation();
         scene.service->send(scene.service->next(u"GetClient"_s).createReply(client));
         scene.service->next(u"Start"_s);
 

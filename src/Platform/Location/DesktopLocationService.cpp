@@ -114,6 +114,9 @@ void DesktopLocationService::begin(const QString &service, const QString &client
     m_systemBus.connect(m_service, m_client, clientInterface, locationUpdatedSignal, this,
                         SLOT(locationUpdated(QDBusObjectPath, QDBusObjectPath)));
     callAsync(m_systemBus, toClient(clientInterface, QStringLiteral("Start")), this, [this](const auto &answer) {
+        // One that does not answer may still be asking the user.
+        if (answer.isError() && answer.error().type() != QDBusError::NoReply)
+            m_client.clear();
         if (answer.error().type() != QDBusError::AccessDenied)
             return;
         m_isRefused = true;

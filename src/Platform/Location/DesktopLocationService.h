@@ -48,6 +48,7 @@ private:
     bool m_isRefused = false;
     /// The bus's name for the present service, so that no other gets what is meant for it.
     QString m_service;
-    /// The object that the service keeps for this program. Empty while no updates are wanted, or the service is gone.
+    /// The object that the service keeps for this program. Empty while no updates are wanted, when the service
+    /// did not begin them, or is gone.
     QString m_client;
 };
