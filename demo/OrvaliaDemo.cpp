@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "Demonstration.h"
-#include "Platform/Text/DateFormatter.h"
+#include "Platform/Text/UserLocale.h"
 #include "Tour.h"
 
 #include <QGuiApplication>

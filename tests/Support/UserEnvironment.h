@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
-#include "Platform/Text/DateFormatter.h"
+#include "Platform/Text/UserLocale.h"
 
 #include <QByteArray>
 

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "Platform/Text/DateFormatter.h"
+#include "Platform/Text/UserCalendar.h"
 #include "Support/Table.h"
 #include "Support/TestInstant.h"
 #include "Support/UserEnvironment.h"
@@ -90,6 +91,7 @@ private Q_SLOTS:
         row.unnamed("es_PY", "America/Asuncion", 2017, 10, "2017-10-01T04:00:00Z", "2017-11-01T03:00:00Z");
         // The last of 1403 is 20 March 2025.
         row.unnamed("fa_IR", "UTC", 1403, 12, "2025-02-19T00:00:00Z", "2025-03-21T00:00:00Z");
+        row.unnamed("am_ET@calendar=ethiopic", "UTC", 2017, 13, "2025-09-06T00:00:00Z", "2025-09-11T00:00:00Z");
         row.unnamed("es_ES", "UTC", 2025, 0, "none", "none");
         row.unnamed("es_ES", "UTC", 2025, 13, "none", "none");
         row.unnamed("es_ES", "UTC", 0, 1, "none", "none");

@@ -5,7 +5,7 @@
 #include "Core/Models/InternedTexts.h"
 #include "Core/Persistence/ModelContainer.h"
 #include "Core/Persistence/StoreFile.h"
-#include "Platform/Text/DateFormatter.h"
+#include "Platform/Text/UserCalendar.h"
 
 #include <SQLiteCpp/Exception.h>
 #include <SQLiteCpp/Statement.h>

@@ -6,6 +6,7 @@
 #include "Platform/Support/Platform.h"
 #include "Platform/Text/Localization.h"
 #include "Platform/Text/TextSearch.h"
+#include "Platform/Text/UserCalendar.h"
 
 #include <algorithm>
 #include <unordered_map>

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "Platform/Text/DateFormatter.h"
+#include "Platform/Text/UserCalendar.h"
+
 #include "Platform/Text/IcuText.h"
 #include "Platform/Text/UserLocale.h"
 
@@ -10,7 +11,7 @@
 #include <array>
 
 namespace {
-constexpr int monthsOfAYear = 12;
+constexpr int namedMonths = 12;
 constexpr std::array fieldsOfTheTime = {UCAL_HOUR_OF_DAY, UCAL_MINUTE, UCAL_SECOND, UCAL_MILLISECOND};
 
 icu::Calendar &calendarAt(Instant instant)
@@ -28,6 +29,12 @@ int fieldAt(Instant instant, UCalendarDateFields field)
     const int32_t value = calendarAt(instant).get(field, status);
     checkIcu(status, "calendars");
     return value;
+}
+
+/// Twelve, or thirteen in a few calendars.
+int monthsOfAYear()
+{
+    return UserLocale::current().calendar().getMaximum(UCAL_MONTH) + 1;
 }
 
 /// The instant of the calendar's fields; absent when they make none.
@@ -53,7 +60,7 @@ int UserCalendar::month(Instant instant)
 
 std::optional<Instant> UserCalendar::startOfMonth(int year, int month)
 {
-    if (month < 1 || month > monthsOfAYear)
+    if (month < 1 || month > monthsOfAYear())
         return std::nullopt;
     icu::Calendar &calendar = UserLocale::current().calendar();
     calendar.clear();
@@ -70,7 +77,7 @@ std::optional<Instant> UserCalendar::startOfNextMonth(int year, int month)
 {
     if (!startOfMonth(year, month))
         return std::nullopt;
-    return month == monthsOfAYear ? startOfMonth(year + 1, 1) : startOfMonth(year, month + 1);
+    return month == monthsOfAYear() ? startOfMonth(year + 1, 1) : startOfMonth(year, month + 1);
 }
 
 std::optional<Instant> UserCalendar::startOfYear(int year)
@@ -106,7 +113,7 @@ std::vector<QString> UserCalendar::monthNames()
     checkIcu(status, "month names");
     int32_t count = 0;
     const icu::UnicodeString *months = format.getDateFormatSymbols()->getMonths(count);
-    count = std::min(count, monthsOfAYear);
+    count = std::min(count, namedMonths);
     std::vector<QString> names;
     names.reserve(size_t(count));
     for (int32_t i = 0; i < count; ++i)

@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "Platform/Text/UserLocale.h"
 
-#include "Platform/Text/DateFormatter.h"
 #include "Platform/Text/IcuText.h"
 
 #include <QByteArray>

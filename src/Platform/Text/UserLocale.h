@@ -33,6 +33,9 @@ private:
     std::unique_ptr<icu::Calendar> m_calendar;
 };
 
+/// Takes the user's locale and zone from the environment anew; formatters made before keep theirs.
+void reloadUserLocale();
+
 /// The zone called `name`. Stops the program when there is none.
 std::unique_ptr<icu::TimeZone> knownZone(const QString &name);
 

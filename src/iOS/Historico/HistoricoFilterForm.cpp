@@ -3,8 +3,8 @@
 
 #include "Platform/Clock/Clock.h"
 #include "Platform/Support/Platform.h"
-#include "Platform/Text/DateFormatter.h"
 #include "Platform/Text/Localization.h"
+#include "Platform/Text/UserCalendar.h"
 #include "iOS/Shared/InstantDate.h"
 
 #include <QPointer>

@@ -4,6 +4,7 @@
 #include "Platform/Clock/Clock.h"
 #include "Platform/Support/Platform.h"
 #include "Platform/Text/DateFormatter.h"
+#include "Platform/Text/UserCalendar.h"
 
 #include <QDateTime>
 
@@ -22,18 +23,9 @@ struct Month
     int month;
 };
 
-/// No calendar of ICU has more months in a year.
-constexpr int mostMonths = 13;
-
 Month monthOf(Instant instant)
 {
-    const int year = UserCalendar::year(instant);
-    for (int month = mostMonths; month > 1; --month) {
-        const auto start = UserCalendar::startOfMonth(year, month);
-        if (start && *start <= instant)
-            return {year, month};
-    }
-    return {year, 1};
+    return {UserCalendar::year(instant), UserCalendar::month(instant)};
 }
 
 /// The order of day, month and year in the locale's short dates, as places of {day, month, year}.

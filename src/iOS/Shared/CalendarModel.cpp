@@ -4,6 +4,7 @@
 #include "Platform/Clock/Clock.h"
 #include "Platform/Support/Platform.h"
 #include "Platform/Text/DateFormatter.h"
+#include "Platform/Text/UserCalendar.h"
 #include "iOS/Shared/CalendarDays.h"
 #include "iOS/Shared/InstantDate.h"
 
