@@ -80,6 +80,9 @@ void orvaliaApp::showPermissions()
     if (!m_permissionsWindow) {
         QQmlComponent component(&m_engine, QUrl(qmlFolder + QStringLiteral("/orvalia/Ajustes/PermissionsWindow.qml")));
         m_permissionsWindow.reset(component.create());
+        // A fault of the build, of which Qt has warned.
+        if (!m_permissionsWindow)
+            return;
     }
     QMetaObject::invokeMethod(m_permissionsWindow.get(), "open");
 }

@@ -46,6 +46,9 @@ void MainWindows::openSettings(QQmlEngine &engine)
     if (!m_settings) {
         QQmlComponent component(&engine, QUrl(QStringLiteral("qrc:/qt/qml/orvalia/Shell/SettingsWindow.qml")));
         m_settings.reset(qobject_cast<QWindow *>(component.create()));
+        // A fault of the build, of which Qt has warned.
+        if (!m_settings)
+            return;
         connect(m_settings.get(), &QWindow::visibleChanged, this, &MainWindows::changed);
     }
     QMetaObject::invokeMethod(m_settings.get(), "open");

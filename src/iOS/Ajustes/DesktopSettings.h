@@ -18,5 +18,6 @@ public:
     using QObject::QObject;
 
     bool exist() const { return Platform::current().workspace.hasNotificationSettings(); }
+    /// A failure is not told: the desktop's window stays away, and the program has no other way to these settings.
     Q_INVOKABLE void open() const { Platform::current().workspace.openNotificationSettings(); }
 };

@@ -161,6 +161,7 @@ void SettingsScreen::setIntervalRow(int row)
 
 void SettingsScreen::openSystemSettings() const
 {
+    // A failure is not told: that no window comes says as much.
     Platform::current().workspace.open(Workspace::permissionsUrl());
 }
 
