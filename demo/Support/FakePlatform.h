@@ -8,7 +8,6 @@
 #include "Platform/Workspace/Workspace.h"
 
 #include <QMap>
-#include <QPointer>
 #include <QPromise>
 
 #include <exception>

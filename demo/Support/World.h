@@ -7,6 +7,7 @@
 #include "Support/FakeURLSession.h"
 #include "Support/FakeUserDefaults.h"
 
+#include <QPointer>
 #include <QTemporaryDir>
 
 /// Everything below the program, faked and installed for the life of one test. Its end destroys every shared instance.
@@ -36,7 +37,7 @@ public:
     /// For the files of this test.
     QTemporaryDir folder;
 
-    /// Runs what the event loop holds and what the clock says is due, until both rest.
+    /// Runs what the event loop holds and what the clock says is due, and what follows from it, eight turns deep.
     void settle();
 
 private:

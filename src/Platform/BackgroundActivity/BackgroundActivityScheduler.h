@@ -1,7 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
-#include <QString>
-
 #include <functional>
 
 /// A repeating activity whose exact moments the system picks. Set everything before scheduleWithBlock().

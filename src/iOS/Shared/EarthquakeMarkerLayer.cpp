@@ -11,7 +11,6 @@
 #include <QSGRendererInterface>
 
 #include <algorithm>
-#include <cmath>
 
 namespace {
 /// A finger takes what is so near to its middle.

@@ -3,6 +3,7 @@
 #include "iOS/Shared/MarkerPicture.h"
 
 #include <QHash>
+#include <QImage>
 
 #include <vector>
 

@@ -2,8 +2,8 @@
 #pragma once
 #include "Core/Models/MagnitudeCategory.h"
 
-#include <QImage>
-#include <QSizeF>
+#include <QColor>
+#include <QString>
 
 class QPainter;
 

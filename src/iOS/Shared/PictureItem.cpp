@@ -4,8 +4,6 @@
 #include <QQuickWindow>
 #include <QSGImageNode>
 
-#include <memory>
-
 PictureItem::PictureItem(QQuickItem *parent)
     : QQuickItem(parent)
 {
