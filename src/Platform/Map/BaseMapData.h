@@ -28,6 +28,7 @@ struct MapArea
     int depthMeters = 0;
 };
 
+/// A piece of a border between countries.
 struct MapBorder
 {
     MapLine line;
@@ -62,7 +63,7 @@ struct MapPlace
 
     QString name;
     Kind kind = Kind::village;
-    /// 0 shows from afar, 6 only from close by.
+    /// 0 shows from afar, 7 only from close by.
     int rank = 0;
     std::optional<int> elevationMeters;
     /// The island that the place lies on, or is; empty elsewhere.

@@ -4,7 +4,6 @@
 #include "Platform/Map/MapAnnotationSource.h"
 #include "Platform/Map/MapController.h"
 
-#include <QFuture>
 #include <QPointer>
 #include <QQmlListProperty>
 
@@ -64,8 +63,9 @@ private:
 
     BaseMapPicture m_picture;
     bool m_isNewPicture = false;
-    /// Counts what has changed since the beginning, and which of it the running painter knows.
+    /// Counts what has changed since the beginning.
     quint64 m_wanted = 0;
+    /// That count when the present wait for rest began.
     quint64 m_restingSince = 0;
     bool m_isPainting = false;
     bool m_isWaitingForRest = false;

@@ -91,14 +91,12 @@ private:
     {
         painter.setPen(QPen(m_style.graticule, 0.8));
         const QRectF world = m_sheet.world();
-        for (int line = int(std::ceil(world.left() / step)); line * step < world.right(); ++line) {
-            const double x = m_sheet.toSheet(QPointF(line * step, 0)).x();
+        for (const double longitude : graticuleMeridians(world, step)) {
+            const double x = m_sheet.toSheet(QPointF(longitude, 0)).x();
             painter.drawLine(QLineF(x, 0, x, m_sheet.size.height()));
         }
-        const double south = WebMercator::toCoordinate(world.bottomLeft()).latitude;
-        const double north = WebMercator::toCoordinate(world.topLeft()).latitude;
-        for (int line = int(std::ceil(south / step)); line * step < north; ++line) {
-            const double y = m_sheet.toSheet(WebMercator::toWorld(Coordinate{line * step, 0})).y();
+        for (const double latitude : graticuleParallels(world, step)) {
+            const double y = m_sheet.toSheet(WebMercator::toWorld(Coordinate{latitude, 0})).y();
             painter.drawLine(QLineF(0, y, m_sheet.size.width(), y));
         }
     }

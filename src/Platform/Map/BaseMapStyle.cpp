@@ -1,11 +1,22 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "Platform/Map/BaseMapStyle.h"
 
+#include "Platform/Map/WebMercator.h"
+
 #include <algorithm>
 #include <cmath>
 
 namespace {
 constexpr size_t commonBand = 2; // 1000 m
+
+/// Counted in whole steps, so that 28.3 stays 28.3 after some additions.
+std::vector<double> multiples(double step, double from, double to)
+{
+    std::vector<double> result;
+    for (double i = std::ceil(from / step); i * step < to; ++i)
+        result.push_back(i * step);
+    return result;
+}
 
 QColor rgb(QRgb value, double opacity = 1)
 {
@@ -117,6 +128,17 @@ double graticuleStep(double degreesAcross)
         if (degreesAcross / step <= 9)
             return step;
     return 20;
+}
+
+std::vector<double> graticuleMeridians(const QRectF &world, double step)
+{
+    return multiples(step, world.left(), world.right());
+}
+
+std::vector<double> graticuleParallels(const QRectF &world, double step)
+{
+    return multiples(step, WebMercator::toCoordinate(world.bottomLeft()).latitude,
+                     WebMercator::toCoordinate(world.topLeft()).latitude);
 }
 
 double smallestScaleOfRank(int rank)

@@ -1,8 +1,10 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 #include <QColor>
+#include <QRectF>
 
 #include <array>
+#include <vector>
 
 /// Light ground by day, dark ground in the dark scheme.
 enum class MapAppearance { light, dark };
@@ -12,6 +14,7 @@ enum class MapAppearance { light, dark };
 class BaseMapStyle
 {
 public:
+    /// The one style of each scheme, made at the first use.
     static const BaseMapStyle &of(MapAppearance appearance);
 
     /// Sea floor at depths of 0, 200, 1000, 2000, 3000 and 4000 m.
@@ -54,5 +57,8 @@ double shoreWidthFactor(double scale);
 /// Distance in degrees between the lines of the graticule: the smallest that shows at most nine meridians over
 /// `degreesAcross`.
 double graticuleStep(double degreesAcross);
+/// The meridians that cross a piece of the world, and the parallels, in degrees: whole multiples of `step`.
+std::vector<double> graticuleMeridians(const QRectF &world, double step);
+std::vector<double> graticuleParallels(const QRectF &world, double step);
 /// The scale from which a place of this rank shows.
 double smallestScaleOfRank(int rank);

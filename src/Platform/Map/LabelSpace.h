@@ -13,7 +13,9 @@ class LabelSpace
 public:
     explicit LabelSpace(const QSizeF &size);
 
+    /// A text or a symbol takes a rectangle.
     void reserve(const QRectF &rect) { m_rects.push_back(rect); }
+    /// A mark takes the cells that it touches.
     void cover(const QPointF &center, double radius);
 
     /// No text and no symbol holds any of it.

@@ -12,8 +12,8 @@ namespace {
 const MapLimits basemapLimits{{{29.25, -15}, {28.3, 41.8}}, 40, 0.02};
 /// Of an arrow key, as a part of the window.
 constexpr double arrowPart = 0.2;
-/// A wheel's notch of 15 degrees zooms by the square root of two.
-constexpr double notchesToDouble = 240;
+/// Eighths of a degree by which a wheel turns to double the scale: two notches of 15 degrees.
+constexpr double angleToDouble = 240;
 /// Seconds in which a zoom goes all but 1/e of what is left.
 constexpr double zoomTime = 0.07;
 /// A finger that rested longer than this before it was lifted throws nothing.
@@ -128,7 +128,7 @@ void MapController::pinch(double factor, double x, double y)
 
 void MapController::turnWheel(double angle, double x, double y)
 {
-    zoomSmoothly(std::exp2(angle / notchesToDouble), {x, y});
+    zoomSmoothly(std::exp2(angle / angleToDouble), {x, y});
 }
 
 void MapController::zoomInAt(double x, double y)

@@ -6,8 +6,6 @@
 #include <QObject>
 #include <QtQml/qqmlregistration.h>
 
-#include <optional>
-
 /// The camera of one map on screen and the hand that moves it. It starts on `region` and shows that whole region at
 /// every size of the window until the user moves the map; from then on nothing but the user moves it.
 class MapController : public QObject

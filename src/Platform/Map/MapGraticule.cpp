@@ -69,13 +69,10 @@ std::vector<MapGraticule::Figure> MapGraticule::figures(double step) const
     const MapCamera &camera = m_controller->camera();
     const QRectF world = camera.visibleWorld();
     std::vector<Figure> result;
-    // Counted in whole steps, so that 28.3 stays 28.3 after some additions.
-    for (double i = std::ceil(world.left() / step); i * step < world.right(); ++i)
-        result.push_back({i * step, camera.toScreen({i * step, 0}).x(), true});
-    const double south = WebMercator::toCoordinate(world.bottomLeft()).latitude;
-    const double north = WebMercator::toCoordinate(world.topLeft()).latitude;
-    for (double i = std::ceil(south / step); i * step < north; ++i)
-        result.push_back({i * step, camera.toScreen(WebMercator::toWorld(Coordinate{i * step, 0})).y(), false});
+    for (const double longitude : graticuleMeridians(world, step))
+        result.push_back({longitude, camera.toScreen({longitude, 0}).x(), true});
+    for (const double latitude : graticuleParallels(world, step))
+        result.push_back({latitude, camera.toScreen(WebMercator::toWorld(Coordinate{latitude, 0})).y(), false});
     return result;
 }
 

@@ -7,7 +7,7 @@
 #include <QPainter>
 #include <QPainterPath>
 
-#include <cmath>
+#include <algorithm>
 
 namespace {
 using Kind = MapPlace::Kind;
@@ -75,11 +75,8 @@ void MapLabels::reserveGraticuleFigures(const MapCamera &window)
     const QRectF shown = m_sheet.toSheet(window.visibleWorld());
     m_space.reserve({shown.left(), shown.bottom() - 18, shown.width(), 18});
     const double step = graticuleStep(window.visibleWorld().width());
-    const CoordinateRegion region = window.region();
-    const int first = int(std::floor((region.center.latitude - region.span.latitudeDelta) / step));
-    const int last = int(std::ceil((region.center.latitude + region.span.latitudeDelta) / step));
-    for (int line = first; line < last; ++line) {
-        const double y = m_sheet.toSheet(WebMercator::toWorld(Coordinate{line * step, 0})).y();
+    for (const double latitude : graticuleParallels(window.visibleWorld(), step)) {
+        const double y = m_sheet.toSheet(WebMercator::toWorld(Coordinate{latitude, 0})).y();
         m_space.reserve({shown.left(), y - 13, 46, 13});
     }
 }
@@ -207,7 +204,8 @@ void MapLabels::placeName(const MapPlace &place)
         return;
     const QPointF center = m_sheet.toSheet(place.world);
     const MapSymbol symbol = MapPlaceStyle::symbolOf(place, m_sheet.scale);
-    const Mark mark{symbol, center, MapPlaceStyle::symbolColor(place, m_style)};
+    const Mark mark{symbol, center, MapPlaceStyle::symbolRadius(place.kind),
+                    MapPlaceStyle::symbolColor(place, m_style)};
     if (symbol == MapSymbol::capitalDot) {
         m_marks.push_back(mark);
         return;
@@ -234,13 +232,14 @@ void MapLabels::placeName(const MapPlace &place)
 
 void MapLabels::paintMark(QPainter &painter, const Mark &mark) const
 {
-    const auto dot = [&](double radius) {
+    const double radius = mark.radius;
+    const auto dot = [&] {
         painter.setPen(QPen(mark.color, 1.3));
         painter.setBrush(m_style.dotInside);
         painter.drawEllipse(mark.center, radius, radius);
     };
-    const QPointF corners[3] = {mark.center + QPointF(0, -4), mark.center + QPointF(4, 3),
-                                mark.center + QPointF(-4, 3)};
+    const QPointF corners[3] = {mark.center + QPointF(0, -radius), mark.center + QPointF(radius, 0.75 * radius),
+                                mark.center + QPointF(-radius, 0.75 * radius)};
     switch (mark.symbol) {
     case MapSymbol::none:
         return;
@@ -250,18 +249,16 @@ void MapLabels::paintMark(QPainter &painter, const Mark &mark) const
         painter.drawEllipse(mark.center, 1.7, 1.7);
         return;
     case MapSymbol::capital:
-        dot(3.6);
+        dot();
         painter.setPen(Qt::NoPen);
         painter.setBrush(mark.color);
         painter.drawEllipse(mark.center, 1.4, 1.4);
         return;
     case MapSymbol::city:
-        return dot(3.2);
     case MapSymbol::town:
     case MapSymbol::contextCity:
-        return dot(2.6);
     case MapSymbol::village:
-        return dot(2.1);
+        return dot();
     case MapSymbol::filledTriangle:
         painter.setPen(Qt::NoPen);
         painter.setBrush(mark.color);

@@ -39,6 +39,7 @@ private:
     {
         MapSymbol symbol;
         QPointF center;
+        double radius;
         QColor color;
     };
 

@@ -8,6 +8,7 @@
 #include <QSizeF>
 #include <QStringList>
 
+/// What stands at a place beside its name.
 enum class MapSymbol { none, capital, city, town, village, contextCity, capitalDot, filledTriangle, hollowTriangle };
 
 /// How a text of the map is set. Its outlines come from a font of ten times the size, so that halves of a pixel count
@@ -38,7 +39,9 @@ private:
 
 /// What each kind of place looks like at a scale.
 namespace MapPlaceStyle {
+/// Whether the place is on a map of this scale at all, room allowing.
 bool shows(const MapPlace &place, double scale);
+/// `none` for what is a name alone. A capital is a mere dot from afar.
 MapSymbol symbolOf(const MapPlace &place, double scale);
 /// Half the side of the room that the kind's symbol takes; 0 for kinds without one.
 double symbolRadius(MapPlace::Kind kind);

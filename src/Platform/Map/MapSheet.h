@@ -3,6 +3,8 @@
 #include "Platform/Map/BaseMapData.h"
 #include "Platform/Map/MapGeometry.h"
 
+#include <QPainterPath>
+
 /// The sheet that is being painted on: a piece of the world at a scale. Sheet points are in logical pixels.
 struct MapSheet
 {
