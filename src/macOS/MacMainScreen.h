@@ -34,7 +34,6 @@ public:
     ModelContainer *container() const { return m_container; }
     /// The repository of this window, over the container's main context; null until there is a container.
     EarthquakeRepository *repository() const { return m_repository.get(); }
-    ColumnVisibility columnVisibility() const { return m_columnVisibility; }
     bool showsSidebar() const { return m_columnVisibility == ColumnVisibility::all; }
     /// The sidebar has no place of its own beside the content, where its own button would be in reach.
     bool needsSidebarButton() const { return !showsSidebar() || m_isNarrow; }

@@ -5,7 +5,6 @@
 #include "Platform/Support/Instant.h"
 
 #include <QExplicitlySharedDataPointer>
-#include <QMetaType>
 #include <QString>
 
 #include <optional>
@@ -71,10 +70,4 @@ private:
     explicit Earthquake(EarthquakeRecord *record);
 
     QExplicitlySharedDataPointer<EarthquakeRecord> m_record;
-};
-
-template<>
-struct std::hash<Earthquake>
-{
-    size_t operator()(const Earthquake &earthquake) const { return std::hash<qint64>()(earthquake.id()); }
 };

@@ -11,7 +11,7 @@ class HTMLParserError : public std::exception
 public:
     enum class Kind {
         networkError, ///< carries an underlying error
-        invalidResponse, ///< no HTTP answer, a status outside 200 to 299, or a body that is no text
+        invalidResponse, ///< no HTTP answer, or a status outside 200 to 299
         noTableFound, ///< the page holds no data row
         noRowsParsed ///< the page holds data rows, none of them usable
     };

@@ -25,6 +25,9 @@ class EarthquakeRepository : public QObject
     Q_OBJECT
 
 public:
+    /// How long the countdown after a manual refresh takes.
+    static constexpr qint64 cooldownSeconds = 60;
+
     /// Reads and writes in `context`, which must outlive the repository. Without a `dataSource` it makes an
     /// IGNDataSource over the shared session.
     explicit EarthquakeRepository(ModelContext &context, std::unique_ptr<EarthquakeDataSource> dataSource = nullptr,
@@ -37,7 +40,8 @@ public:
 
     /// A refresh is under way; a second one is then refused.
     bool isLoading() const { return m_isLoading; }
-    /// When a refresh last fetched and stored without failure; absent when none ever did.
+    /// When a refresh last fetched and stored without failure; absent when none ever did. One that finds nothing new
+    /// counts as good, though events of an earlier one that failed may still wait to be stored.
     std::optional<Instant> lastUpdated() const { return m_lastUpdated; }
     /// The failure of the last refresh; null while one runs and after a good one.
     std::exception_ptr lastError() const { return m_lastError; }
@@ -47,8 +51,9 @@ public:
     qint64 cooldownRemainingSeconds() const { return m_cooldownRemainingSeconds; }
 
     /// Fetches, stores, and sets `lastUpdated` or `lastError`; never fails. Ends at once, changing nothing, while
-    /// another refresh of this repository runs. `startsCooldown` starts the 60-second countdown at the end, also
-    /// after a failure. `isLoading` goes false as the very last act.
+    /// another refresh of this repository runs. `startsCooldown` starts the countdown at the end, also after a failure.
+    /// `isLoading` goes false as the very last act. Events that could not be stored stay pending in the context, known
+    /// from then on: they raise no alerts, and the next refresh that finds another new event stores them with it.
     QFuture<void> refresh(bool startsCooldown = false);
 
 Q_SIGNALS:
@@ -64,7 +69,7 @@ private:
     void fireNotifications(const std::vector<Earthquake> &added);
     /// The stored events of the last 24 hours, newest first; none when the store cannot be read.
     std::vector<Earthquake> fetchRecentEarthquakes() const;
-    void startCooldown(qint64 seconds = 60);
+    void startCooldown(qint64 seconds = cooldownSeconds);
     void countDown(Task &task, qint64 left);
 
     ModelContext &m_context;

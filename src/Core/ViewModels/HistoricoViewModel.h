@@ -39,6 +39,7 @@ public:
 
         bool operator==(const CustomRange &) const = default;
     };
+    /// Every event passes.
     struct None
     {
         bool operator==(const None &) const = default;
@@ -70,7 +71,7 @@ public:
     const DateFilterMode &filterMode() const { return m_filterMode; }
     /// What the search field holds.
     QString searchText() const { return m_searchText; }
-    /// What the search field held 300 ms ago: the text in force.
+    /// The search in force: what the field held when it last stood still for 300 ms.
     QString debouncedSearchText() const { return m_debouncedSearchText; }
 
     bool hasMore() const { return qint64(m_loadedEarthquakes->size()) < m_totalCount.value(); }

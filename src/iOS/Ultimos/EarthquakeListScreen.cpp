@@ -10,7 +10,6 @@
 using namespace std::chrono_literals;
 
 namespace {
-constexpr double cooldownSeconds = 60;
 constexpr auto subtitlePeriod = 60s;
 
 const QString id24h = QStringLiteral("24h");
@@ -131,7 +130,8 @@ bool EarthquakeListScreen::isCoolingDown() const
 
 double EarthquakeListScreen::cooldownProgress() const
 {
-    return m_viewModel ? 1 - double(m_repository->cooldownRemainingSeconds()) / cooldownSeconds : 0;
+    return m_viewModel ? 1 - double(m_repository->cooldownRemainingSeconds()) / EarthquakeRepository::cooldownSeconds
+                       : 0;
 }
 
 int EarthquakeListScreen::selectedFilter() const
