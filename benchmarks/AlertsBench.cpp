@@ -160,6 +160,7 @@ double longestTurnOfTheLoop()
     world.settle();
     Q_EMIT world.locationService->locationsUpdated({laPalma});
     world.settle();
+    world.userNotificationCenter.status = NotificationAuthorizationStatus::authorized;
     PrivateBus bus;
     Server server(bus);
     world.permissions.answers.insert(Permissions::Subject::notifications, Permissions::Answer::authorized);

@@ -25,10 +25,11 @@ public:
         for (auto it = m_sleeps.begin(); it != m_sleeps.end(); ++it) {
             if (it->second.id != id)
                 continue;
+            // What is due keeps its place; anything else goes behind that, as a posted event would.
+            if (it->first.first <= m_now)
+                return;
             auto node = m_sleeps.extract(it);
-            // Behind whatever is already due, as a posted event would be.
-            const SleepId place = ++m_serial;
-            node.key() = Key{std::min(node.key().first, m_now), place};
+            node.key() = Key{m_now, ++m_serial};
             m_sleeps.insert(std::move(node));
             return;
         }

@@ -15,22 +15,36 @@
 #include <memory>
 #include <optional>
 #include <stdexcept>
+#include <utility>
 #include <vector>
 
-/// Records what was sent; asking for permission fails until a test sets an answer.
+/// Records what was sent with the user's permission; asking for it fails until a test sets an answer. With
+/// `holdsAnswer` the question stays open until giveAnswer().
 class FakeUserNotificationCenter : public UserNotificationCenter
 {
 public:
     QFuture<bool> requestAuthorization() override
     {
         ++authorizationRequests;
-        if (openQuestion)
-            return openQuestion->future();
-        if (!answer)
+        if (!holdsAnswer && !answer)
             return QtFuture::makeExceptionalFuture<bool>(
                 std::make_exception_ptr(std::runtime_error("no notification service")));
-        status = *answer ? NotificationAuthorizationStatus::authorized : NotificationAuthorizationStatus::denied;
-        return QtFuture::makeReadyFuture(*answer);
+        QPromise<bool> &question = m_open.emplace_back();
+        question.start();
+        QFuture<bool> future = question.future();
+        if (!holdsAnswer)
+            giveAnswer(*answer);
+        return future;
+    }
+
+    /// What the user says.
+    void giveAnswer(bool value)
+    {
+        status = value ? NotificationAuthorizationStatus::authorized : NotificationAuthorizationStatus::denied;
+        for (QPromise<bool> &question : std::exchange(m_open, {})) {
+            question.addResult(value);
+            question.finish();
+        }
     }
 
     QFuture<NotificationAuthorizationStatus> authorizationStatus() override
@@ -38,14 +52,20 @@ public:
         return QtFuture::makeReadyFuture(status);
     }
 
-    void add(const UserNotificationRequest &request) override { sent.push_back(request); }
+    void add(const UserNotificationRequest &request) override
+    {
+        if (status == NotificationAuthorizationStatus::authorized)
+            sent.push_back(request);
+    }
 
     std::optional<bool> answer;
-    /// A question that stays open until a test answers it; null where `answer` comes at once.
-    std::shared_ptr<QPromise<bool>> openQuestion;
+    bool holdsAnswer = false;
     NotificationAuthorizationStatus status = NotificationAuthorizationStatus::notDetermined;
     int authorizationRequests = 0;
     std::vector<UserNotificationRequest> sent;
+
+private:
+    std::vector<QPromise<bool>> m_open;
 };
 
 /// A position service that a test drives by hand.

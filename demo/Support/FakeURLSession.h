@@ -10,10 +10,17 @@
 #include <vector>
 
 /// Answers in the order in which a test queued them; a request without an answer fails at once. With `holdsAnswers`
-/// requests stay open until release().
+/// requests stay open until release(), or fail at the end of the session.
 class FakeURLSession : public URLSession
 {
 public:
+    ~FakeURLSession() override
+    {
+        m_answers.clear();
+        while (!m_open.empty())
+            release();
+    }
+
     QFuture<URLResponse> data(const QUrl &url) override
     {
         requests.push_back(url);

@@ -70,6 +70,7 @@ private Q_SLOTS:
         DetouredURLSession session(network, Region::canaryIslands().dataSourceURL, server.url(path));
         NotificationCenter notificationCenter;
         FakeUserNotificationCenter userNotificationCenter;
+        userNotificationCenter.status = NotificationAuthorizationStatus::authorized;
         FakePermissions permissions;
         FakeWorkspace workspace;
         FakeAppearance appearance;

@@ -20,6 +20,7 @@ struct Scene : StoreScene
         settings.setGlobalMagnitudeCategory(MagnitudeCategory::moderate);
         settings.setLocationNotificationsEnabled(true);
         settings.setSwarmNotificationsEnabled(true);
+        world.userNotificationCenter.status = NotificationAuthorizationStatus::authorized;
     }
 
     ParsedEarthquake row(const QString &eventID, double magnitude, std::chrono::milliseconds age) const

@@ -67,6 +67,7 @@ private Q_SLOTS:
             Table<EarthquakeNotificationEvent, QString, QString, QString, bool>::current();
         World world;
         world.clock.advance(1999ms); // 2025-01-01T00:00:01.999Z
+        world.userNotificationCenter.status = NotificationAuthorizationStatus::authorized;
         NotificationManager::shared().send(alert);
         QCOMPARE(world.userNotificationCenter.sent.size(), size_t(1));
         const UserNotificationRequest &request = world.userNotificationCenter.sent.front();

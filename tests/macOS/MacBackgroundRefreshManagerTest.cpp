@@ -44,6 +44,7 @@ private Q_SLOTS:
     void runIsReportedBeforeItsFirstByteAndStoresAndTellsWhatItFinds()
     {
         World world;
+        world.userNotificationCenter.status = NotificationAuthorizationStatus::authorized;
         NotificationSettings::shared().setIsEnabled(true);
         NotificationSettings::shared().setGlobalMagnitudeCategory(MagnitudeCategory::moderate);
         PageGenerator generator(7);

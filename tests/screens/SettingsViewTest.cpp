@@ -157,17 +157,14 @@ private Q_SLOTS:
     void answerCountsAfterTheWindowHasGone()
     {
         Scene scene;
-        const auto question = std::make_shared<QPromise<bool>>();
-        question->start();
-        scene.world.userNotificationCenter.openQuestion = question;
+        scene.world.userNotificationCenter.holdsAnswer = true;
         QVERIFY(scene.openSettings());
         scene.settings.setIsEnabled(true);
         scene.settle();
         scene.window().close();
         scene.world.settle();
         QVERIFY(scene.settings.isEnabled());
-        question->addResult(false);
-        question->finish();
+        scene.world.userNotificationCenter.giveAnswer(false);
         QVERIFY(!scene.settings.isEnabled());
     }
 
