@@ -186,24 +186,35 @@ private Q_SLOTS:
 
     void usersAnswerIsTheStatus_data()
     {
-        const Table<Answer, int> row;
-        row("refused", Answer::denied, int(Status::denied));
-        row("granted", Answer::authorized, int(Status::authorizedAlways));
+        const Table<bool, Answer, int> row;
+        row("fake, refused", true, Answer::denied, int(Status::denied));
+        row("fake, granted", true, Answer::authorized, int(Status::authorizedAlways));
+        row("real, refused", false, Answer::denied, int(Status::denied));
+        row("real, granted", false, Answer::authorized, int(Status::authorizedAlways));
     }
 
     void usersAnswerIsTheStatus()
     {
-        const auto [answer, status] = Table<Answer, int>::current();
+        const auto [isFake, answer, status] = Table<bool, Answer, int>::current();
         Scene scene(Answer::notDetermined);
-        QSignalSpy changed(&scene.location, &LocationService::authorizationChanged);
-        QVERIFY(scene.location.authorizationStatus() == Status::notDetermined);
+        FakeLocationService fake;
+        LocationService &location = isFake ? static_cast<LocationService &>(fake) : scene.location;
+        QSignalSpy changed(&location, &LocationService::authorizationChanged);
+        QVERIFY(location.authorizationStatus() == Status::notDetermined);
         QVERIFY2(changed.isEmpty() && changed.wait(), "told once after construction");
-        scene.location.requestAlwaysAuthorization();
-        QVERIFY(scene.permissions.isPending(Permissions::Subject::location));
+        location.requestAlwaysAuthorization();
+        QCOMPARE(scene.permissions.isPending(Permissions::Subject::location), !isFake);
+        QCOMPARE(fake.permissionRequests, int(isFake));
         scene.answer(answer);
+        if (isFake)
+            fake.change(Status(status));
         QVERIFY2(changed.count() == 1, "told inside a call");
         QVERIFY(changed.wait());
-        QCOMPARE(int(scene.location.authorizationStatus()), status);
+        QCOMPARE(int(location.authorizationStatus()), status);
+        location.startUpdatingLocation();
+        location.startUpdatingLocation();
+        PrivateBus::letArrive(programName, serviceName);
+        QCOMPARE(changed.count(), 2);
     }
 };
 

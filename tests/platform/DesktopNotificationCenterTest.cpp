@@ -65,11 +65,16 @@ struct Scene
     explicit Scene(Answer answer = Answer::authorized) { setAnswer(answer); }
 
     void setAnswer(Answer answer) { permissions.answers.insert(Permissions::Subject::notifications, answer); }
+    UserNotificationCenter &either(bool isFake)
+    {
+        return isFake ? static_cast<UserNotificationCenter &>(fake) : center;
+    }
     bool asksTheUser() const { return permissions.isPending(Permissions::Subject::notifications); }
 
     PrivateBus bus;
     FakePermissions permissions;
     std::unique_ptr<Server> server = std::make_unique<Server>(bus);
+    FakeUserNotificationCenter fake;
     DesktopNotificationCenter center{permissions, bus.connection(programName), u"orvalia"_s};
 };
 }
@@ -188,49 +193,69 @@ private Q_SLOTS:
         QCOMPARE(title(server.nextNotification()), u"shown"_s);
     }
 
-    void withoutConsentNothingIsSent()
-    {
-        Scene scene(Answer::notDetermined);
-        scene.center.add(request("a", u"not asked yet"_s));
-        scene.setAnswer(Answer::denied);
-        scene.center.add(request("a", u"refused"_s));
-        scene.setAnswer(Answer::authorized);
-        scene.center.add(request("b", u"shown"_s));
-        scene.server->tellCapabilities();
-        QCOMPARE(title(scene.server->nextNotification()), u"shown"_s);
-    }
-
-    /// Of the server no word is needed: it may hang.
+    /// Of the server no word is needed: it may hang. Without the answer or against it nothing is sent.
     void consentIsTheUsersAnswer_data()
     {
-        const Table<Answer, bool, int> row;
-        row("refused", Answer::denied, false, int(Status::denied));
-        row("granted", Answer::authorized, true, int(Status::authorized));
+        const Table<bool, bool, int> row;
+        row("fake, refused", true, false, int(Status::denied));
+        row("fake, granted", true, true, int(Status::authorized));
+        row("real, refused", false, false, int(Status::denied));
+        row("real, granted", false, true, int(Status::authorized));
     }
 
     void consentIsTheUsersAnswer()
     {
-        const auto [answer, isGiven, status] = Table<Answer, bool, int>::current();
+        const auto [isFake, isGiven, status] = Table<bool, bool, int>::current();
         Scene scene(Answer::notDetermined);
-        QCOMPARE(int(scene.center.authorizationStatus().result()), int(Status::notDetermined));
-        const QFuture<bool> consent = scene.center.requestAuthorization();
-        QTRY_VERIFY(scene.asksTheUser());
+        UserNotificationCenter &center = scene.either(isFake);
+        QCOMPARE(int(center.authorizationStatus().result()), int(Status::notDetermined));
+        center.add(request("a", u"not asked yet"_s));
+        scene.fake.holdsAnswer = true;
+        const QFuture<bool> consent = center.requestAuthorization();
+        QTRY_VERIFY(isFake || scene.asksTheUser());
         QVERIFY(!consent.isFinished());
-        scene.permissions.setAnswer(Permissions::Subject::notifications, answer);
+        center.add(request("b", u"not answered yet"_s));
+        scene.fake.giveAnswer(isGiven);
+        scene.permissions.setAnswer(Permissions::Subject::notifications, isGiven ? Answer::authorized : Answer::denied);
         QTRY_VERIFY(consent.isFinished());
         QCOMPARE(consent.result(), isGiven);
-        QCOMPARE(int(scene.center.authorizationStatus().result()), status);
+        QCOMPARE(int(center.authorizationStatus().result()), status);
+        center.add(request("c", u"answered"_s));
+
+        QStringList sent;
+        for (const UserNotificationRequest &each : scene.fake.sent)
+            sent.append(each.title);
+        PrivateBus::letArrive(programName, serverName);
+        if (scene.server->count(capabilitiesMethod) > 0) {
+            scene.server->tellCapabilities();
+            sent.append(title(scene.server->nextNotification()));
+        }
+        QCOMPARE(sent, isGiven ? QStringList{u"answered"_s} : QStringList());
     }
 
-    void userIsAskedOnlyWhereThereCouldBeAServer()
+    void withoutAServerTheQuestionFails_data()
     {
+        const Table<bool> row;
+        row("fake", true);
+        row("real", false);
+    }
+
+    void withoutAServerTheQuestionFails()
+    {
+        const auto [isFake] = Table<bool>::current();
         Scene scene(Answer::notDetermined);
         scene.server.reset();
-        const QFuture<bool> consent = scene.center.requestAuthorization();
+        const QFuture<bool> consent = scene.either(isFake).requestAuthorization();
         QTRY_VERIFY(consent.isFinished());
         QVERIFY_EXCEPTION_THROWN(consent.result(), std::runtime_error);
         QVERIFY2(!scene.asksTheUser(), "asked in vain");
+        QVERIFY(scene.either(isFake).authorizationStatus().result() == Status::notDetermined);
+    }
 
+    void userIsAskedWhereAServerCanBeStarted()
+    {
+        Scene scene(Answer::notDetermined);
+        scene.server.reset();
         scene.bus.makeStartable(service, u"/usr/bin/python3 -m dbusmock --template notification_daemon"_s);
         scene.center.requestAuthorization();
         QTRY_VERIFY_WITH_TIMEOUT(scene.asksTheUser(), 30000);

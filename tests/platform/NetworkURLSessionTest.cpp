@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "Platform/URLSession/NetworkURLSession.h"
 #include "Support/FakeClock.h"
+#include "Support/FakeURLSession.h"
 #include "Support/LoopbackServer.h"
 #include "Support/Table.h"
 
@@ -83,6 +84,46 @@ private Q_SLOTS:
     }
 
     void init() { m_server.reset(); }
+
+    /// What the program relies on, of the fake and of the real session alike.
+    void transfersEndByThemselvesOrWithTheSession_data()
+    {
+        const Table<bool> row;
+        row("fake", true);
+        row("real", false);
+    }
+
+    void transfersEndByThemselvesOrWithTheSession()
+    {
+        const auto [isFake] = Table<bool>::current();
+        FakeClock clock;
+        auto fake = std::make_unique<FakeURLSession>();
+        auto real = std::make_unique<NetworkURLSession>(clock);
+        URLSession &session = isFake ? static_cast<URLSession &>(*fake) : *real;
+        m_server.answer(u"/a"_s, Server::page("page"));
+        m_server.answer(u"/b"_s, Server::message("404 Not Found", {}, "gone"));
+        m_server.answer(u"/held"_s, firstPart, Server::Then::keepOpen);
+        fake->enqueue("page");
+        fake->enqueue("page");
+        fake->enqueue("gone", 404);
+        session.data(m_server.url(u"/a"_s)); // nobody needs to listen
+        const QFuture<URLResponse> found = session.data(m_server.url(u"/a"_s));
+        const QFuture<URLResponse> missing = session.data(m_server.url(u"/b"_s));
+        const QFuture<URLResponse> nothing = session.data(m_server.url(u"/nothing"_s));
+        QTRY_COMPARE(outcome(found), u"200"_s);
+        QCOMPARE(found.result().body, QByteArray("page"));
+        QTRY_COMPARE(outcome(missing), u"404"_s);
+        QCOMPARE(missing.result().body, QByteArray("gone"));
+        QTRY_VERIFY(outcome(nothing).startsWith(u"failed: ") && outcome(nothing).size() > 15);
+
+        fake->holdsAnswers = true;
+        fake->enqueue("never released");
+        const QFuture<URLResponse> held = session.data(m_server.url(u"/held"_s));
+        QVERIFY(!held.isFinished());
+        fake.reset();
+        real.reset();
+        QVERIFY(held.isFinished() && outcome(held).startsWith(u"failed: "));
+    }
 
     void answerOfAnyStatusIsAResponse_data()
     {

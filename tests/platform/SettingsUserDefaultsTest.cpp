@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "Platform/UserDefaults/SettingsUserDefaults.h"
+#include "Support/FakeUserDefaults.h"
 #include "Support/Table.h"
 #include "Support/TestInstant.h"
 
@@ -7,6 +8,7 @@
 #include <QFile>
 #include <QTemporaryDir>
 
+#include <map>
 #include <memory>
 
 using namespace Qt::StringLiterals;
@@ -46,24 +48,33 @@ private Q_SLOTS:
     void valuesKeepTheirTypes()
     {
         const auto [saved, reads] = Table<QVariant, QString>::current();
-        SettingsUserDefaults defaults(m_path);
-        if (saved.isValid())
-            defaults.setObject(key, saved);
-        QCOMPARE(summary(defaults), reads);
+        FakeUserDefaults fake;
+        SettingsUserDefaults real(m_path);
+        if (saved.isValid()) {
+            fake.setObject(key, saved);
+            real.setObject(key, saved);
+        }
         const SettingsUserDefaults again(m_path);
-        QCOMPARE(summary(again), reads);
-        QCOMPARE(again.object(key).isValid(), saved.isValid());
+        for (const auto &[name, defaults] : named(fake, real, again)) {
+            QCOMPARE(name + summary(*defaults), name + reads);
+            QVERIFY2(defaults->object(key).isValid() == saved.isValid(), qPrintable(name));
+        }
     }
 
     void removedKeyIsUnset()
     {
-        SettingsUserDefaults defaults(m_path);
-        defaults.setBool(key, true);
-        defaults.setBool(other, true);
-        defaults.removeObject(key);
+        FakeUserDefaults fake;
+        SettingsUserDefaults real(m_path);
+        for (UserDefaults *defaults : std::initializer_list<UserDefaults *>{&fake, &real}) {
+            defaults->setBool(key, true);
+            defaults->setBool(other, true);
+            defaults->removeObject(key);
+        }
         const SettingsUserDefaults again(m_path);
-        QVERIFY(!defaults.object(key).isValid() && !again.object(key).isValid());
-        QVERIFY(defaults.boolValue(other) && again.boolValue(other));
+        for (const auto &[name, defaults] : named(fake, real, again)) {
+            QVERIFY2(!defaults->object(key).isValid(), qPrintable(name));
+            QVERIFY2(defaults->boolValue(other), qPrintable(name));
+        }
     }
 
     void whatCannotBeReadCountsAsUnset_data()
@@ -99,6 +110,13 @@ private Q_SLOTS:
     }
 
 private:
+    /// What is to read alike, by the name of a failure: the fake, the real one, and the real one of the next start.
+    static std::map<QString, const UserDefaults *> named(const FakeUserDefaults &fake, const SettingsUserDefaults &real,
+                                                         const SettingsUserDefaults &again)
+    {
+        return {{u"fake: "_s, &fake}, {u"real: "_s, &real}, {u"read again: "_s, &again}};
+    }
+
     static QString summary(const UserDefaults &defaults)
     {
         const std::optional<Instant> date = defaults.dateValue(key);

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "Platform/Permissions/StoredPermissions.h"
+#include "Support/FakePlatform.h"
 #include "Support/Table.h"
 
 #include <QFile>
@@ -14,19 +15,24 @@ class StoredPermissionsTest : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void userIsAskedOnceAndTheAnswerIsStored_data()
+    void userIsAskedOnceAndTheAnswerIsRemembered_data()
     {
-        const Table<Answer, QByteArray> row;
-        row("refused", Answer::denied, "[General]\nlocation=text:denied\n");
-        row("granted", Answer::authorized, "[General]\nlocation=text:authorized\n");
+        const Table<bool, Answer, QByteArray> row;
+        row("fake, refused", true, Answer::denied, "");
+        row("fake, granted", true, Answer::authorized, "");
+        row("real, refused", false, Answer::denied, "[General]\nlocation=text:denied\n");
+        row("real, granted", false, Answer::authorized, "[General]\nlocation=text:authorized\n");
     }
 
-    void userIsAskedOnceAndTheAnswerIsStored()
+    void userIsAskedOnceAndTheAnswerIsRemembered()
     {
-        const auto [given, stored] = Table<Answer, QByteArray>::current();
+        const auto [isFake, given, stored] = Table<bool, Answer, QByteArray>::current();
         const QTemporaryDir folder;
         QFile file(folder.filePath(QStringLiteral("permissions.ini")));
-        StoredPermissions permissions(file.fileName());
+        FakePermissions fake;
+        StoredPermissions real(file.fileName());
+        Permissions &permissions = isFake ? static_cast<Permissions &>(fake) : real;
+        QCOMPARE(permissions.answer(Subject::location), Answer::notDetermined);
         QSignalSpy asked(&permissions, &Permissions::questionPending);
         QSignalSpy changed(&permissions, &Permissions::answerChanged);
         const QList<QVariantList> once{{QVariant::fromValue(Subject::location)}};
@@ -42,16 +48,18 @@ private Q_SLOTS:
                 });
         permissions.setAnswer(Subject::location, given);
         QCOMPARE(changed, once);
-        QVERIFY(file.open(QIODevice::ReadOnly));
-        QCOMPARE(file.readAll(), stored);
+        QCOMPARE(file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray(), stored);
         for (const QFuture<Answer> &request : {first, second, permissions.request(Subject::location)}) {
             QVERIFY(request.isFinished());
             QCOMPARE(request.result(), given);
         }
         QCOMPARE(asked, once);
         const StoredPermissions again(file.fileName());
-        QCOMPARE(again.answer(Subject::location), given);
-        QCOMPARE(again.answer(Subject::notifications), Answer::notDetermined);
+        for (const Permissions *each :
+             {static_cast<const Permissions *>(&permissions), isFake ? &permissions : &again}) {
+            QCOMPARE(each->answer(Subject::location), given);
+            QCOMPARE(each->answer(Subject::notifications), Answer::notDetermined);
+        }
     }
 
     void anotherWordIsNotDetermined()
