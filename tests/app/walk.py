@@ -133,6 +133,7 @@ def other_sections():
     keys('Return')
     press('push button', 'Ver detalle')
     press('push button', 'Atrás')
+    find('push button', 'Ver detalle')
 
     press('list item', 'Estadísticas')
     find('label', 'Últimos 30 días: 57')

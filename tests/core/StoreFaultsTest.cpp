@@ -86,7 +86,9 @@ QString sum(const QString &ids, const QList<ParsedEarthquake> &page)
 
 QString sortedIDs(std::span<const Earthquake> earthquakes)
 {
-    return sum(eventIDs(earthquakes), {});
+    QStringList ids = eventIDs(earthquakes).split(u' ', Qt::SkipEmptyParts);
+    ids.sort();
+    return ids.join(u' ');
 }
 
 /// All that another process would find now, or what is wrong with the file.

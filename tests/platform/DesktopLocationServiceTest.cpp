@@ -182,6 +182,11 @@ private Q_SLOTS:
         QCOMPARE(scene.told, QStringList{u"28 -15"_s});
         QVERIFY(scene.location.authorizationStatus() == Status::authorizedAlways);
         QCOMPARE(changed.count(), 1);
+
+        DesktopLocationService nowhere(scene.permissions, QDBusConnection(u"no such bus"_s), u"orvalia"_s);
+        nowhere.startUpdatingLocation();
+        PrivateBus::goRound(programName);
+        QVERIFY(nowhere.authorizationStatus() == Status::authorizedAlways);
     }
 
     void usersAnswerIsTheStatus_data()

@@ -144,6 +144,16 @@ private Q_SLOTS:
         const QDBusMessage fourth = server.nextNotification();
         QCOMPARE(title(fourth), u"4"_s);
         QVERIFY2(replaces(fourth) == 7, "a refused replacement leaves the old one standing");
+        // A burst of errors loses what was refused and nothing else.
+        for (int i = 0; i < 100; ++i)
+            scene.center.add(request(QByteArray::number(i).constData(), u"refused"_s));
+        for (int i = 0; i < 100; ++i)
+            server.refuse(notifyMethod);
+        scene.center.add(request("0", u"5"_s));
+        const QDBusMessage fifth = server.nextNotification();
+        QCOMPARE(title(fifth), u"5"_s);
+        QCOMPARE(replaces(fifth), 0u);
+        QVERIFY(scene.center.authorizationStatus().result() == Status::authorized);
     }
 
     void newServerIsAskedAgainAndKnowsNoNumbers()
@@ -221,6 +231,9 @@ private Q_SLOTS:
         QCOMPARE(consent.result(), isGiven);
         QCOMPARE(int(center.authorizationStatus().result()), status);
         center.add(request("c", u"answered"_s));
+        const QFuture<bool> again = center.requestAuthorization();
+        QTRY_VERIFY(again.isFinished());
+        QVERIFY(again.result() == isGiven && !scene.asksTheUser());
 
         QStringList sent;
         for (const UserNotificationRequest &each : scene.fake.sent)
@@ -250,6 +263,13 @@ private Q_SLOTS:
         QVERIFY_EXCEPTION_THROWN(consent.result(), std::runtime_error);
         QVERIFY2(!scene.asksTheUser(), "asked in vain");
         QVERIFY(scene.either(isFake).authorizationStatus().result() == Status::notDetermined);
+        // Nor does a machine without a bus ask, or take what is sent.
+        scene.setAnswer(Answer::authorized);
+        DesktopNotificationCenter nowhere(scene.permissions, QDBusConnection(u"no such bus"_s), u"orvalia"_s);
+        nowhere.add(request("a", u"lost"_s));
+        const QFuture<bool> lost = nowhere.requestAuthorization();
+        QTRY_VERIFY(lost.isFinished());
+        QVERIFY_EXCEPTION_THROWN(lost.result(), std::runtime_error);
     }
 
     void userIsAskedWhereAServerCanBeStarted()

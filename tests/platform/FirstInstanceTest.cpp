@@ -30,6 +30,9 @@ private Q_SLOTS:
         const FirstInstance next(m_bus.connection(u"next"_s), id);
         QVERIFY2(!next.handsOver(), "the name of one that ended is not free");
         QVERIFY(startAgain());
+        const QDBusConnection none(u"no such bus"_s);
+        const FirstInstance alone(none, id);
+        QVERIFY(!alone.handsOver() && !FirstInstance(none, id).handsOver());
     }
 
     void leaveToComeToTheFrontIsHandedToTheWindowSystem()

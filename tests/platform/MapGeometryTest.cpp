@@ -30,6 +30,7 @@ private Q_SLOTS:
         row("north is up", 45, -16, "-16,-50.499");
         row("south is down", -45, 16, "16,50.499");
         row("corner of the square", WebMercator::maximumLatitude, 180, "180,-180");
+        row("its opposite", -WebMercator::maximumLatitude, -180, "-180,180");
     }
 
     void projectionKnowsItsLandmarksBothWays()

@@ -5,6 +5,7 @@
 #include "Support/LoopbackServer.h"
 #include "Support/Table.h"
 
+#include <QDir>
 #include <QNetworkProxyFactory>
 #include <QSslConfiguration>
 #include <QTest>
@@ -76,6 +77,7 @@ class NetworkURLSessionTest : public QObject
 private Q_SLOTS:
     void initTestCase()
     {
+        m_threadsBefore = threads();
         QNetworkProxyFactory::setUseSystemConfiguration(false);
         // What the machine's store is to the program, this one certificate is to the test.
         QSslConfiguration trusting = QSslConfiguration::defaultConfiguration();
@@ -84,6 +86,9 @@ private Q_SLOTS:
     }
 
     void init() { m_server.reset(); }
+
+    /// What a thread of the network has still to free when the program ends would count as lost.
+    void cleanupTestCase() { QTRY_COMPARE(threads(), m_threadsBefore); }
 
     /// What the program relies on, of the fake and of the real session alike.
     void transfersEndByThemselvesOrWithTheSession_data()
@@ -313,8 +318,14 @@ private Q_SLOTS:
     }
 
 private:
+    static qsizetype threads()
+    {
+        return QDir(u"/proc/self/task"_s).entryList(QDir::Dirs | QDir::NoDotAndDotDot).size();
+    }
+
     const QSslConfiguration m_security = Server::selfSigned();
     Server m_server{m_security};
+    qsizetype m_threadsBefore = 0;
 };
 
 QTEST_GUILESS_MAIN(NetworkURLSessionTest)

@@ -3,11 +3,8 @@
 #include "Support/FakeClock.h"
 #include "Support/Table.h"
 
-#include <QAbstractEventDispatcher>
 #include <QDir>
-#include <QElapsedTimer>
 #include <QFile>
-#include <QSignalSpy>
 
 #include <ctime>
 
@@ -90,21 +87,6 @@ private Q_SLOTS:
         clock->sleep(1ms, write('c'));
         QVERIFY(clock.runs([&order] { return order.endsWith(u'c'); }));
         QCOMPARE(order, u"asbc"_s);
-    }
-
-    /// Of the turns of the loop there are a few dozen at most; a clock that asks again and again makes thousands.
-    void sleepIsNotTooShortAndTheClockRestsInIt()
-    {
-        SystemClock clock;
-        const QSignalSpy turns(QAbstractEventDispatcher::instance(), &QAbstractEventDispatcher::awake);
-        QElapsedTimer timer;
-        bool isAwake = false;
-        timer.start();
-        clock.sleep(1ms, [] {});
-        clock.sleep(100ms, [&isAwake] { isAwake = true; });
-        QTRY_VERIFY(isAwake);
-        QVERIFY2(timer.nsecsElapsed() >= 100'000'000, qPrintable(QString::number(timer.nsecsElapsed())));
-        QVERIFY2(turns.count() < 200, qPrintable(QString::number(turns.count())));
     }
 
     void clockGoesOnInSuspension()

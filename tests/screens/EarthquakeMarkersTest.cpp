@@ -4,6 +4,7 @@
 #include "Support/Table.h"
 #include "Support/World.h"
 #include "iOS/Shared/EarthquakeMarkerLayer.h"
+#include "iOS/Shared/RippleCircle.h"
 
 #include <QAbstractItemModelTester>
 #include <QQuickWindow>
@@ -120,6 +121,17 @@ private Q_SLOTS:
         map.window.show();
         QVERIFY(frames.wait());
         QVERIFY(map.shows({100, 91}, moderate));
+    }
+
+    void aRingFadesFromRedToYellow()
+    {
+        Map map;
+        RippleCircle ring(map.window.contentItem());
+        ring.setDiameter(40);
+        ring.setLineWidth(4);
+        ring.setPosition(QPointF(100, 100) - QPointF(ring.width(), ring.height()) / 2);
+        QVERIFY(map.shows({80, 100}, QColor(255, 108, 100)) && map.shows({119, 100}, QColor(255, 240, 179)));
+        QVERIFY(map.shows({100, 100}, Qt::white));
     }
 
     void dotsStandOnTheirPlace()

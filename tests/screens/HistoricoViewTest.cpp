@@ -66,7 +66,11 @@ private Q_SLOTS:
         shown.settle();
         QQuickItem *more = shown.named("Cargar más");
         QVERIFY(more);
+        bool isLoadingShown = false;
+        connect(shown.screen->viewModel(), &HistoricoViewModel::isLoadingChanged, &shown.window(),
+                [&] { isLoadingShown = isLoadingShown || (shown.named("Cargando histórico…") && !more->isEnabled()); });
         shown.click(more);
+        QVERIFY(isLoadingShown);
         QCOMPARE(shown.rows(), 51);
         QCOMPARE(shown.screen->rows()->currentRow(), 49);
         QVERIFY(!shown.named("Cargar más"));

@@ -97,6 +97,16 @@ private Q_SLOTS:
                                 "Intermedio 0.33 = 33 %|Profundo 0.00 = 0 %"));
     }
 
+    void barsGlideToNewShares()
+    {
+        Stats shown;
+        QVERIFY(shown.open({{1h, 1.0, 10.0}}));
+        const QQuickItem *fill = shown.items("fill").constLast();
+        shown.store({{1h, 1.0, 80.0}});
+        QVERIFY2(fill->width() == 0, "what changed has moved before the loop has turned");
+        QTRY_COMPARE(fill->width(), fill->parentItem()->width() / 2);
+    }
+
     void zonesMoveTheirRows()
     {
         ClusterModel model;
