@@ -232,6 +232,7 @@ private Q_SLOTS:
         QCOMPARE(int(center.authorizationStatus().result()), status);
         center.add(request("c", u"answered"_s));
         const QFuture<bool> again = center.requestAuthorization();
+        scene.fake.giveAnswer(isGiven);
         QTRY_VERIFY(again.isFinished());
         QVERIFY(again.result() == isGiven && !scene.asksTheUser());
 

@@ -117,7 +117,8 @@ private:
             if (!item->inherits("QQuickText") && !item->inherits("QQuickTextEdit"))
                 continue;
             look(what, item->property("text").toString());
-            if (item->property("content").isValid() && item->property("lineCount").toInt() > 2)
+            const bool isOnLines = item->inherits("QQuickText") && item->property("content").isValid();
+            if (isOnLines && item->property("lineCount").toInt() > 2)
                 found.append(what + u" goes on below with "_s + item->property("text").toString().left(100));
             if (item->mapToScene(QPointF(item->width(), 0)).x() > shown.window().width())
                 found.append(what + u" leaves the window with "_s + item->property("text").toString().left(100));
