@@ -3,7 +3,8 @@ import QtQuick
 import orvalia.Shared
 import orvalia.Shell
 
-/// The sidebar in its window: beside the content with a divider that pointer and arrows move, or sliding over it with a scrim.
+/// The sidebar in its window: beside the content with a divider that pointer and arrows move, or sliding over it with a
+/// scrim.
 FocusScope {
     id: root
 
